@@ -1,0 +1,67 @@
+// Narrow text owned by value. The contents are always followed by a
+// terminating zero, so c_str() is valid at any time; embedded zeros set with
+// set() are kept and counted by length(). An empty string allocates nothing.
+#ifndef ORVO_COMMON_ORVO_STRING_H_
+#define ORVO_COMMON_ORVO_STRING_H_
+
+#include "orvo/common/Types.h"
+
+namespace orvo {
+namespace common {
+
+class ORVO_String {
+ public:
+  ORVO_String();
+  // Copies `text`. A `length` of 0 measures the text up to its terminator;
+  // otherwise at most `length` bytes are taken, stopping at a terminator.
+  // `flag` is accepted for interface compatibility and has no effect.
+  ORVO_String(const char* text, int length = 0, bool flag = false);
+  ORVO_String(const ORVO_String& other);
+  ORVO_String(ORVO_String&& other) noexcept;
+  ~ORVO_String();
+
+  ORVO_String& operator=(const ORVO_String& other);
+  ORVO_String& operator=(ORVO_String&& other) noexcept;
+  ORVO_String& operator=(const char* text);
+
+  // Replaces the contents by exactly `length` bytes of `text`.
+  void set(const char* text, unsigned int length, bool flag = false);
+
+  ORVO_String& append(const char* text);
+  ORVO_String& append(const char* text, unsigned int length);
+  ORVO_String& append(const ORVO_String& other);
+  ORVO_String& append(int value);
+  ORVO_String& append(unsigned int value);
+  ORVO_String& append(Int64 value);
+  ORVO_String& append(char c);
+  ORVO_String& operator+=(const ORVO_String& other) { return append(other); }
+  ORVO_String& operator+=(const char* text) { return append(text); }
+
+  const char* c_str() const { return _data; }
+  const char* data() const { return _data; }
+  unsigned int length() const { return _length; }
+  unsigned int size() const { return _length; }
+  bool empty() const { return _length == 0; }
+
+  void clear();
+  // Removes blanks, tabs, carriage returns and line feeds at both ends.
+  ORVO_String& trimWhitespace();
+
+  bool operator==(const ORVO_String& other) const;
+  bool operator!=(const ORVO_String& other) const { return !(*this == other); }
+  bool operator==(const char* text) const;
+  bool operator!=(const char* text) const { return !(*this == text); }
+
+ private:
+  void reserve(unsigned int capacity);
+  void assign(const char* text, unsigned int length);
+
+  char* _data;  // points at a shared empty text while _capacity is 0
+  unsigned int _length;
+  unsigned int _capacity;
+};
+
+}  // namespace common
+}  // namespace orvo
+
+#endif  // ORVO_COMMON_ORVO_STRING_H_
