@@ -61,7 +61,9 @@ enum OwfEncodeLevelState {
 };
 
 // One open container on the encode side. Everything but levelState is the
-// codec's own bookkeeping.
+// codec's own bookkeeping. The header of an open Map, Series, Vector or
+// FilterList holds its entries' container type, minus 128, in the byte
+// containerStart[1] (see owireEncodeSetContainerType).
 struct OwfEncodeLevel {
   char* containerStart;     // first byte of the container's header
   char* countPos;           // where the entry count is patched on completion
@@ -74,9 +76,14 @@ struct OwfEncodeLevel {
   UInt8 entryFlags;         // codec-private entry bookkeeping
   const void* setDef;       // set definition in force for set-defined rows
   UInt16 setIndex;          // next set-defined entry
+  UInt8 keyType;            // Map key type, Array item type
+  UInt8 phase;              // codec-private: which part lengthPos belongs to
+  UInt32 totalCountHint;    // written after the summary
+  const char* pendingSummary;    // pre-encoded summary given at Init
+  UInt32 pendingSummaryLength;
+  UInt16 itemLength;        // Array fixed item width, 0 = variable
   UInt16 reserved;
 };
-
 struct OwfEncodeIterator {
   OwfBuffer* buffer;  // null when none
   char* curPos;
@@ -101,8 +108,18 @@ struct OwfDecodeLevel {
   UInt16 itemCount;  // total entries of the container just decoded
   UInt16 setCount;   // set-defined entries still to read
   UInt32 reserved;
+  // Codec-private from here on.
+  const char* entryEnd;    // end of the data of the entry decoded last
+  const char* summaryPos;  // summary data of a Map, Series or Vector
+  const char* setDefsPos;  // set definitions of a Map, Series or Vector
+  UInt32 summaryLength;
+  UInt32 setDefsLength;
+  UInt16 standardLeft;     // standard entries still to read
+  UInt16 itemLength;       // Array fixed item width
+  UInt8 entryType;         // Map key type, Array item type, list set-row base
+  UInt8 setCountTotal;     // set-defined rows of a list
+  UInt8 reserved2[2];
 };
-
 struct OwfDecodeIterator {
   UInt8 majorVersion;
   UInt8 minorVersion;
@@ -488,6 +505,12 @@ int owireEncodeLocalElementSetDefDb(OwfEncodeIterator* iter, const OwfLocalEleme
 int owireEncodePrimitiveType(OwfEncodeIterator* iter, UInt8 primitiveType, const void* value);
 
 int owireRealignEncodeIteratorBuffer(OwfEncodeIterator* iter, OwfBuffer* newBuffer);
+
+// Sets the entries' container type of the Map, Series, Vector or FilterList
+// open at the current level: in the level and in the header already written
+// (the byte containerStart[1], which holds the type minus 128). Lets a Map or
+// Vector that began with payload-free entries take its type later.
+int owireEncodeSetContainerType(OwfEncodeIterator* iter, UInt8 containerType);
 
 int owireDecodeFieldList(OwfDecodeIterator* iter, OwfFieldList* list,
                          const OwfLocalFieldSetDefDb* setDb);
