@@ -112,6 +112,8 @@ struct OwfDecodeLevel {
   const char* entryEnd;    // end of the data of the entry decoded last
   const char* summaryPos;  // summary data of a Map, Series or Vector
   const char* setDefsPos;  // set definitions of a Map, Series or Vector
+  const char* setPos;      // next set-defined row of a list
+  const char* setEnd;      // end of a list's set-defined rows
   UInt32 summaryLength;
   UInt32 setDefsLength;
   UInt16 standardLeft;     // standard entries still to read
