@@ -143,10 +143,20 @@ int parseReal(OwfReal* real, const OwfBuffer* text) {
   int digitsSeen = 0;
   int fracDigits = 0;
   bool point = false;
+  bool dropped = false;
+  int extraExp = 0;
   while (!s.done()) {
     const char c = s.peek();
     if (c >= '0' && c <= '9') {
-      if (mant > (UINT64_MAX - 9) / 10) return bad();
+      if (mant > (UINT64_MAX - 9) / 10 || dropped) {
+        // Past 19 digits only zeros may follow; they scale the exponent.
+        if (c != '0') return bad();
+        dropped = true;
+        if (!point) ++extraExp;
+        ++digitsSeen;
+        ++s.p;
+        continue;
+      }
       mant = mant * 10 + static_cast<UInt64>(c - '0');
       ++digitsSeen;
       if (point) ++fracDigits;
@@ -161,7 +171,7 @@ int parseReal(OwfReal* real, const OwfBuffer* text) {
   if (digitsSeen == 0) return bad();
   const UInt64 limit = neg ? (UInt64{1} << 63) : (UInt64{1} << 63) - 1;
   // Fraction form: "W N/D" or "N/D".
-  if (!point && !s.done() && (s.peek() == ' ' || s.peek() == '/')) {
+  if (!point && !dropped && !s.done() && (s.peek() == ' ' || s.peek() == '/')) {
     UInt64 whole = 0, num = mant, den;
     if (s.peek() == ' ') {
       s.spaces();
@@ -179,7 +189,7 @@ int parseReal(OwfReal* real, const OwfBuffer* text) {
                     neg ? static_cast<Int64>(0 - mag) : static_cast<Int64>(mag)};
     return OWIRE_RET_SUCCESS;
   }
-  long exp10 = -fracDigits;
+  long exp10 = extraExp - fracDigits;
   if (s.ch('e') || s.ch('E')) {
     bool eneg = false;
     if (s.ch('-')) eneg = true;
