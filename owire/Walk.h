@@ -44,6 +44,14 @@ class Walker {
     std::snprintf(tmp, sizeof tmp, "<%d>", ret);
     out += tmp;
   }
+  // A container that failed or is blank: its code, and for a blank one the
+  // end of its entries.
+  template <class F>
+  void blank(int ret, F drain) {
+    code(ret);
+    if (ret == OWIRE_RET_BLANK_DATA) drain();
+    out += '}';
+  }
   void num(long long v) { out += std::to_string(v); }
   void bytes(const OwfBuffer& b) {
     out += '"';
@@ -63,7 +71,7 @@ class Walker {
     OwfFieldList list;
     int ret = owireDecodeFieldList(it, &list, db);
     out += "FL{";
-    if (ret < 0) return code(ret), void(out += '}');
+    if (ret != OWIRE_RET_SUCCESS) return blank(ret, [&] { OwfFieldEntry e; owireDecodeFieldEntry(it, &e); });
     num(list.flags);
     out += ' ';
     num(it->levels[it->decodingLevel].itemCount);
@@ -85,7 +93,7 @@ class Walker {
     OwfElementList list;
     int ret = owireDecodeElementList(it, &list, db);
     out += "EL{";
-    if (ret < 0) return code(ret), void(out += '}');
+    if (ret != OWIRE_RET_SUCCESS) return blank(ret, [&] { OwfElementEntry e; owireDecodeElementEntry(it, &e); });
     num(list.flags);
     OwfElementEntry e;
     while ((ret = owireDecodeElementEntry(it, &e)) == OWIRE_RET_SUCCESS) {
@@ -104,7 +112,7 @@ class Walker {
     OwfFilterList list;
     int ret = owireDecodeFilterList(it, &list);
     out += "FT{";
-    if (ret < 0) return code(ret), void(out += '}');
+    if (ret != OWIRE_RET_SUCCESS) return blank(ret, [&] { OwfFilterEntry e; owireDecodeFilterEntry(it, &e); });
     num(list.containerType);
     OwfFilterEntry e;
     while ((ret = owireDecodeFilterEntry(it, &e)) == OWIRE_RET_SUCCESS) {
@@ -123,7 +131,7 @@ class Walker {
     OwfArray a;
     int ret = owireDecodeArray(it, &a);
     out += "AR{";
-    if (ret < 0) return code(ret), void(out += '}');
+    if (ret != OWIRE_RET_SUCCESS) return blank(ret, [&] { OwfBuffer e; owireDecodeArrayEntry(it, &e); });
     num(a.primitiveType);
     OwfBuffer item;
     while ((ret = owireDecodeArrayEntry(it, &item)) == OWIRE_RET_SUCCESS) {
@@ -155,7 +163,15 @@ class Walker {
       flags = v.flags, containerType = v.containerType, summary = v.encSummaryData;
       out += "VEC{";
     }
-    if (ret < 0) return code(ret), void(out += '}');
+    if (ret != OWIRE_RET_SUCCESS)
+      return blank(ret, [&] {
+        OwfMapEntry m;
+        OwfSeriesEntry se;
+        OwfVectorEntry v;
+        if (type == 137) owireDecodeMapEntry(it, &m, nullptr);
+        else if (type == 138) owireDecodeSeriesEntry(it, &se);
+        else owireDecodeVectorEntry(it, &v);
+      });
     num(containerType);
     const int level = it->decodingLevel;
     // Set definitions, in work memory of the sizes the data model gives.
