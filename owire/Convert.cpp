@@ -307,7 +307,8 @@ void dateText(Out& o, const OwfDate& d) {
 
 void timeText(Out& o, const OwfTime& t) {
   o.fmt("%02u:%02u:%02u", unsigned{t.hour}, unsigned{t.minute}, unsigned{t.second});
-  if (t.millisecond != 0) o.fmt(".%03u", unsigned{t.millisecond});
+  if (t.millisecond > 999) o.fmt(":%u", unsigned{t.millisecond});
+  else if (t.millisecond != 0) o.fmt(".%03u", unsigned{t.millisecond});
 }
 
 bool dateBlank(const OwfDate& d) { return d.day == 0 && d.month == 0 && d.year == 0; }
@@ -504,9 +505,17 @@ int owireDateStringToDate(OwfDate* date, const OwfBuffer* text) {
     *date = OwfDate{static_cast<UInt8>(b), static_cast<UInt8>(a), static_cast<UInt16>(c)};
     return OWIRE_RET_SUCCESS;
   }
-  // DD MMM YYYY
+  // DD MMM YYYY, or DD MM YYYY
   s.spaces();
-  if (a > 255 || s.e - s.p < 3) return OWIRE_RET_INVALID_DATA;
+  if (a > 255 || s.e - s.p < 2) return OWIRE_RET_INVALID_DATA;
+  if (s.peek() >= '0' && s.peek() <= '9') {
+    if (!s.digits(&b, 3) || b > 255) return OWIRE_RET_INVALID_DATA;
+    s.spaces();
+    if (!s.digits(&c, 5) || !s.done() || c > 65535) return OWIRE_RET_INVALID_DATA;
+    *date = OwfDate{static_cast<UInt8>(a), static_cast<UInt8>(b), static_cast<UInt16>(c)};
+    return OWIRE_RET_SUCCESS;
+  }
+  if (s.e - s.p < 3) return OWIRE_RET_INVALID_DATA;
   int month = 0;
   static const char* const kLower[12] = {"jan", "feb", "mar", "apr", "may", "jun",
                                          "jul", "aug", "sep", "oct", "nov", "dec"};
@@ -527,18 +536,18 @@ int owireTimeStringToTime(OwfTime* time, const OwfBuffer* text) {
   Scan s = trimmed(text);
   if (s.done()) return OWIRE_RET_BLANK_DATA;
   UInt64 h, m, sec = 0, ms = 0;
-  if (!s.digits(&h, 2) || !s.ch(':') || !s.digits(&m, 2)) return OWIRE_RET_INVALID_DATA;
+  if (!s.digits(&h, 3) || !s.ch(':') || !s.digits(&m, 3)) return OWIRE_RET_INVALID_DATA;
   if (s.ch(':')) {
-    if (!s.digits(&sec, 2)) return OWIRE_RET_INVALID_DATA;
-    if (s.ch('.')) {
+    if (!s.digits(&sec, 3)) return OWIRE_RET_INVALID_DATA;
+    if (s.ch('.')) {  // a decimal fraction of a second
       int n;
       if (!s.digits(&ms, 3, &n)) return OWIRE_RET_INVALID_DATA;
       for (; n < 3; ++n) ms *= 10;
-    } else if (s.ch(':')) {
-      if (!s.digits(&ms, 3)) return OWIRE_RET_INVALID_DATA;
+    } else if (s.ch(':')) {  // milliseconds as a whole number
+      if (!s.digits(&ms, 5)) return OWIRE_RET_INVALID_DATA;
     }
   }
-  if (!s.done()) return OWIRE_RET_INVALID_DATA;
+  if (!s.done() || h > 255 || m > 255 || sec > 255 || ms > 65535) return OWIRE_RET_INVALID_DATA;
   *time = OwfTime{static_cast<UInt8>(h), static_cast<UInt8>(m), static_cast<UInt8>(sec),
                   static_cast<UInt16>(ms)};
   return OWIRE_RET_SUCCESS;

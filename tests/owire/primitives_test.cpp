@@ -329,6 +329,23 @@ TEST(OwirePrimitive, DateAndTimeParsersAndValidity) {
   EXPECT_EQ(500, tm.millisecond);
   t = buf("1234");
   EXPECT_EQ(OWIRE_RET_INVALID_DATA, owireTimeStringToTime(&tm, &t));
+  // Out-of-range fields still have a text, and it reads back.
+  for (OwfTime odd : {OwfTime{239, 23, 59, 0}, OwfTime{1, 2, 3, 65000}}) {
+    char out[64];
+    OwfBuffer o{sizeof out, out};
+    ASSERT_EQ(OWIRE_RET_SUCCESS, owirePrimitiveToString(&odd, 10, &o));
+    EXPECT_EQ(OWIRE_RET_SUCCESS, owireTimeStringToTime(&tm, &o)) << str(o);
+    EXPECT_TRUE(same(odd, tm)) << str(o);
+  }
+  for (OwfDate odd : {OwfDate{200, 13, 65535}, OwfDate{0, 5, 7}}) {
+    char out[64];
+    OwfBuffer o{sizeof out, out};
+    ASSERT_EQ(OWIRE_RET_SUCCESS, owirePrimitiveToString(&odd, 9, &o));
+    EXPECT_EQ(OWIRE_RET_SUCCESS, owireDateStringToDate(&d, &o)) << str(o);
+    EXPECT_EQ(odd.day, d.day);
+    EXPECT_EQ(odd.month, d.month);
+    EXPECT_EQ(odd.year, d.year);
+  }
 
   OwfDate dates[] = {{29, 2, 2024}, {29, 2, 2023}, {0, 0, 0}, {31, 4, 2024}, {1, 13, 2024}, {0, 1, 2024}};
   const bool dateOk[] = {true, false, true, false, false, false};
