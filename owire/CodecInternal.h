@@ -87,6 +87,7 @@ inline int pushEncodeLevel(OwfEncodeIterator* it, UInt8 type, OwfEncodeLevel** o
   lv->pendingSummary = nullptr;
   lv->pendingSummaryLength = 0;
   lv->itemLength = 0;
+  lv->setDataPos = nullptr;
   *out = lv;
   return OWIRE_RET_SUCCESS;
 }

@@ -200,7 +200,7 @@ int parseReal(OwfReal* real, const OwfBuffer* text) {
   }
   if (!s.done()) return bad();
   long hint = 14 + exp10;
-  while (hint < 0 && mant % 10 == 0 && mant != 0) {
+  while ((hint < 0 || mant > limit) && mant % 10 == 0 && mant != 0) {
     mant /= 10;
     ++hint;
   }

@@ -68,6 +68,7 @@ int owireRealignEncodeIteratorBuffer(OwfEncodeIterator* iter, OwfBuffer* newBuff
     move(lv.countPos);
     move(lv.entryStart);
     move(lv.lengthPos);
+    move(lv.setDataPos);
   }
   iter->curPos = newStart + used;
   iter->endPos = newStart + newBuffer->length;

@@ -57,7 +57,7 @@ int listInit(OwfEncodeIterator* it, UInt8 type, UInt8 flags, const char* info, i
     *p++ = static_cast<char>(def->count);
     if (inPlaceSet) {
       lv->setDef = def;
-      lv->lengthPos = p;
+      lv->setDataPos = p;
       p += kSlotWidth;
       lv->levelState = kStateSetData;
     } else {
@@ -68,7 +68,7 @@ int listInit(OwfEncodeIterator* it, UInt8 type, UInt8 flags, const char* info, i
   }
   it->curPos = p;
   if (lv->levelState == kStateSetData && def->count == 0) {
-    closeSlot(it, lv->lengthPos);
+    closeSlot(it, lv->setDataPos);
     lv->levelState = kStateEntries;
   }
   return OWIRE_RET_SUCCESS;
@@ -79,7 +79,7 @@ template <class Def>
 void afterSetRow(OwfEncodeIterator* it, OwfEncodeLevel* lv) {
   ++lv->setIndex;
   if (lv->setIndex >= static_cast<const Def*>(lv->setDef)->count) {
-    closeSlot(it, lv->lengthPos);
+    closeSlot(it, lv->setDataPos);
     lv->levelState = kStateEntries;
   } else {
     lv->levelState = kStateSetData;

@@ -196,6 +196,11 @@ TEST(OwirePrimitive, RealTextForms) {
   EXPECT_EQ(OWIRE_RET_INVALID_DATA, owireNumericStringToReal(&r, &t));
   t = buf("99999999999999999999");
   EXPECT_EQ(OWIRE_RET_INVALID_DATA, owireNumericStringToReal(&r, &t));
+  // Trailing zeros past 19 digits go to the exponent.
+  t = buf("-979301120877396690000000");
+  EXPECT_EQ(OWIRE_RET_SUCCESS, owireNumericStringToReal(&r, &t));
+  owireRealToDouble(&d, &r);
+  EXPECT_EQ(-979301120877396690000000.0, d);
   t = buf("-9223372036854775808");
   EXPECT_EQ(OWIRE_RET_SUCCESS, owireNumericStringToReal(&r, &t));
   EXPECT_EQ(INT64_MIN, r.value);

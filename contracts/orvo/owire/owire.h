@@ -83,6 +83,7 @@ struct OwfEncodeLevel {
   UInt32 pendingSummaryLength;
   UInt16 itemLength;        // Array fixed item width, 0 = variable
   UInt16 reserved;
+  char* setDataPos;         // length slot of a list's set-defined rows
 };
 struct OwfEncodeIterator {
   OwfBuffer* buffer;  // null when none
