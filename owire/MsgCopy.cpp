@@ -58,8 +58,7 @@ std::size_t alignmentPad(const void* at) {
 }
 
 // `block` has room for the aligned record and every copied byte.
-OwireMsg* layCopy(const OwireMsg& msg, const MsgClassLayout& layout, UInt32 copyMask,
-                  char* block) {
+OwireMsg* layCopy(const OwireMsg& msg, const MsgClassLayout& layout, UInt32 copyMask, char* block) {
   char* at = block + alignmentPad(block);
   auto* copy = reinterpret_cast<OwireMsg*>(at);
   std::memset(copy, 0, sizeof(OwireMsg));
@@ -124,8 +123,7 @@ OwireMsg* owireCopyMsg(const OwireMsg* msg, UInt32 copyMask, int storage, OwfBuf
   if (layout == nullptr) return nullptr;
   if (storage == OWIRE_COPY_INTO_BUFFER) {
     if (buffer == nullptr || buffer->data == nullptr) return nullptr;
-    const UInt64 need =
-        copySize(*msg, *layout, copyMask, orvo::owire::alignmentPad(buffer->data));
+    const UInt64 need = copySize(*msg, *layout, copyMask, orvo::owire::alignmentPad(buffer->data));
     if (need > buffer->length) return nullptr;
     return orvo::owire::layCopy(*msg, *layout, copyMask, buffer->data);
   }

@@ -61,8 +61,8 @@ int getParts(WireReader& in, const MsgPartList& list, UInt16 flags, void* record
 
 int getHeader(WireReader& in, OwireMsgBase* base) {
   UInt32 streamId;
-  if (!in.getU8(&base->msgClass) || !in.getU8(&base->modelType) ||
-      !in.getU8(&base->bodyFormat) || !in.getU32(&streamId) || !in.getU16(&base->flags)) {
+  if (!in.getU8(&base->msgClass) || !in.getU8(&base->modelType) || !in.getU8(&base->bodyFormat) ||
+      !in.getU32(&streamId) || !in.getU16(&base->flags)) {
     return OWIRE_RET_INCOMPLETE_DATA;
   }
   base->streamId = static_cast<Int32>(streamId);

@@ -21,8 +21,7 @@ constexpr MsgPart kKeyParts[] = {
     {OWIRE_MKF_HAS_FILTER, K::kVarU32, 0, ORVO_MSG_OFFSET(OwireMsgKey, filter)},
     {OWIRE_MKF_HAS_IDENTIFIER, K::kI32, 0, ORVO_MSG_OFFSET(OwireMsgKey, identifier)},
     {OWIRE_MKF_HAS_ATTRIB, K::kU8, 0, ORVO_MSG_OFFSET(OwireMsgKey, attribFormat)},
-    {OWIRE_MKF_HAS_ATTRIB, K::kBuffer, OWIRE_CPMF_KEY_ATTRIB,
-     ORVO_MSG_OFFSET(OwireMsgKey, attrib)},
+    {OWIRE_MKF_HAS_ATTRIB, K::kBuffer, OWIRE_CPMF_KEY_ATTRIB, ORVO_MSG_OFFSET(OwireMsgKey, attrib)},
 };
 
 constexpr MsgPart kBaseBuffers[] = {
@@ -53,8 +52,7 @@ constexpr MsgPart kRefreshParts[] = {
     ORVO_MSG_PART(OwireRefreshMsg, 0, K::kBuffer, OWIRE_CPMF_GROUP_ID, groupId),
     ORVO_MSG_PART(OwireRefreshMsg, OWIRE_RFMF_HAS_PERM_DATA, K::kBuffer, OWIRE_CPMF_PERM_DATA,
                   permissionData),
-    ORVO_MSG_PART(OwireRefreshMsg, OWIRE_RFMF_HAS_PUBLISHER_INFO, K::kVarU32, 0,
-                  publisherAddress),
+    ORVO_MSG_PART(OwireRefreshMsg, OWIRE_RFMF_HAS_PUBLISHER_INFO, K::kVarU32, 0, publisherAddress),
     ORVO_MSG_PART(OwireRefreshMsg, OWIRE_RFMF_HAS_PUBLISHER_INFO, K::kVarU32, 0, publisherId),
     ORVO_MSG_PART(OwireRefreshMsg, OWIRE_RFMF_HAS_QOS, K::kQos, 0, qos),
     ORVO_MSG_PART(OwireRefreshMsg, OWIRE_RFMF_HAS_HEADER, K::kBuffer, OWIRE_CPMF_HEADER, header),

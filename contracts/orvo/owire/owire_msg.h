@@ -34,8 +34,8 @@ enum { OWIRE_BODY_FORMAT_NONE = 0x80 };
 // Parts shared by several classes.
 
 struct OwireQos {
-  UInt8 timeliness;  // 0 unspecified, 1 real time, 2 delayed unknown, 3 delayed by timeInfo
-  UInt8 rate;        // 0 unspecified, 1 tick by tick, 2 just-in-time filtered, 3 by rateInfo
+  UInt8 timeliness;  // 0 not given, 1 real time, 2 delayed unknown, 3 delayed by timeInfo
+  UInt8 rate;        // 0 not given, 1 tick by tick, 2 just-in-time filtered, 3 by rateInfo
   UInt8 qosBits;     // bit 0: the stream property of a request
   UInt16 timeInfo;
   UInt16 rateInfo;
@@ -272,10 +272,11 @@ enum OwireCopyMsgStorage {
 // ---------------------------------------------------------------------------
 // Functions.
 
-// Writes `msg` at the iterator's position and advances it. Returns
-// OWIRE_RET_BUFFER_TOO_SMALL, with the iterator unchanged, when the rest of
-// the buffer cannot hold the message; OWIRE_RET_INVALID_ARGUMENT for a null
-// argument, an unknown class or a buffer with a length and no data.
+// Writes `msg` at the iterator's position and advances it; on any failure the
+// iterator is left as it was. OWIRE_RET_BUFFER_TOO_SMALL when the rest of the
+// buffer cannot hold the message; OWIRE_RET_INVALID_ARGUMENT for a null
+// argument, an unknown class or a travelling buffer with a length and no
+// data; OWIRE_RET_INVALID_DATA for a quality of service that has no wire form.
 int owireEncodeMsg(OwfEncodeIterator* iter, const OwireMsg* msg);
 
 // Reads one message: all bytes from the iterator's position to the end of its
