@@ -343,7 +343,9 @@ TEST(OwireContainer, EveryKindNestedSixteenDeep) {
     EXPECT_EQ(bytes, nested(kinds, 16)) << "kind " << int(kind);
     const std::string text = walk(bytes, kind);
     // Standard fields carry no type: the walker shows their raw bytes.
-    if (kind != 132) EXPECT_NE(std::string::npos, text.find("18446744073709551615")) << text;
+    if (kind != 132) {
+      EXPECT_NE(std::string::npos, text.find("18446744073709551615")) << text;
+    }
   }
 }
 

@@ -200,7 +200,7 @@ TEST(OwirePrimitive, RealTextForms) {
   t = buf("-979301120877396690000000");
   EXPECT_EQ(OWIRE_RET_SUCCESS, owireNumericStringToReal(&r, &t));
   owireRealToDouble(&d, &r);
-  EXPECT_EQ(-979301120877396690000000.0, d);
+  EXPECT_DOUBLE_EQ(-979301120877396690000000.0, d);
   t = buf("-9223372036854775808");
   EXPECT_EQ(OWIRE_RET_SUCCESS, owireNumericStringToReal(&r, &t));
   EXPECT_EQ(INT64_MIN, r.value);
