@@ -19,11 +19,20 @@ int decodeAt(OwfDecodeIterator* iter, UInt8 type, void* value) {
 
 }  // namespace
 
-int owireDecodeInt(OwfDecodeIterator* iter, Int64* value) { return decodeAt(iter, 3, value); }
-int owireDecodeUInt(OwfDecodeIterator* iter, UInt64* value) { return decodeAt(iter, 4, value); }
+// The hot types skip the general dispatch.
+#define ORVO_DECODE_FAST(fn)                                          \
+  if (value == nullptr) return OWIRE_RET_INVALID_ARGUMENT;            \
+  const char* s;                                                      \
+  const char* e;                                                      \
+  const int ret = valueRange(iter, &s, &e);                           \
+  if (ret != OWIRE_RET_SUCCESS) return ret;                           \
+  return fn(s, static_cast<UInt32>(e - s), value)
+
+int owireDecodeInt(OwfDecodeIterator* iter, Int64* value) { ORVO_DECODE_FAST(decodeIntContent); }
+int owireDecodeUInt(OwfDecodeIterator* iter, UInt64* value) { ORVO_DECODE_FAST(decodeUIntContent); }
 int owireDecodeFloat(OwfDecodeIterator* iter, float* value) { return decodeAt(iter, 5, value); }
 int owireDecodeDouble(OwfDecodeIterator* iter, double* value) { return decodeAt(iter, 6, value); }
-int owireDecodeReal(OwfDecodeIterator* iter, OwfReal* value) { return decodeAt(iter, 8, value); }
+int owireDecodeReal(OwfDecodeIterator* iter, OwfReal* value) { ORVO_DECODE_FAST(decodeRealContent); }
 int owireDecodeDate(OwfDecodeIterator* iter, OwfDate* value) { return decodeAt(iter, 9, value); }
 int owireDecodeTime(OwfDecodeIterator* iter, OwfTime* value) { return decodeAt(iter, 10, value); }
 int owireDecodeDateTime(OwfDecodeIterator* iter, OwfDateTime* value) {
@@ -31,7 +40,7 @@ int owireDecodeDateTime(OwfDecodeIterator* iter, OwfDateTime* value) {
 }
 int owireDecodeQos(OwfDecodeIterator* iter, OwfQos* value) { return decodeAt(iter, 12, value); }
 int owireDecodeState(OwfDecodeIterator* iter, OwfState* value) { return decodeAt(iter, 13, value); }
-int owireDecodeEnum(OwfDecodeIterator* iter, UInt16* value) { return decodeAt(iter, 14, value); }
+int owireDecodeEnum(OwfDecodeIterator* iter, UInt16* value) { ORVO_DECODE_FAST(decodeEnumContent); }
 int owireDecodeBuffer(OwfDecodeIterator* iter, OwfBuffer* value) {
   return decodeAt(iter, 16, value);
 }

@@ -149,6 +149,17 @@ int entryComplete(OwfEncodeIterator* it, UInt8 type, bool success) {
 
 // A standard entry: `head` (field id, or name and type), then the content
 // of `value` (unencoded, of `type`) or `enc`.
+template <int HeadLen>
+inline void putHead(char* p, const char* head, std::size_t headLen) {
+  if (HeadLen == 2) {
+    p[0] = head[0];
+    p[1] = head[1];
+  } else if (headLen) {
+    std::memcpy(p, head, headLen);
+  }
+}
+
+template <int HeadLen>
 int putStandardEntry(OwfEncodeIterator* it, OwfEncodeLevel* lv, const char* head,
                      std::size_t headLen, UInt8 type, const void* value, const OwfBuffer& enc) {
   if (!(lv->flags & kStandard)) return OWIRE_RET_INVALID_ENCODE_STATE;
@@ -157,18 +168,26 @@ int putStandardEntry(OwfEncodeIterator* it, OwfEncodeLevel* lv, const char* head
   const std::size_t avail = room(it);
   if (value != nullptr) {
     type = normalizeType(type);
+    if (avail >= headLen + 1 + kFastRoom) {
+      const int n = encodeNumericFast(type, value, p + headLen + 1);
+      if (n >= 0) {
+        putHead<HeadLen>(p, head, headLen);
+        p[headLen] = static_cast<char>(n);
+        it->curPos = p + headLen + 1 + n;
+        ++lv->itemCount;
+        return OWIRE_RET_SUCCESS;
+      }
+    }
     if (type <= 14 && type != 7 && type != 13) {
       // Numeric content is at most 9 bytes: a 1-byte length.
-      if (avail < headLen + 1 + kMaxNumericContent) {
-        UInt32 size;
-        const int r = primitiveContentSize(type, value, &size);
-        if (r != OWIRE_RET_SUCCESS) return r;
-        if (avail < headLen + 1 + size) return OWIRE_RET_BUFFER_TOO_SMALL;
-      }
-      UInt32 n;
-      const int r = encodePrimitiveContent(type, value, p + headLen + 1, it->endPos, &n);
+      UInt32 size;
+      const int r = primitiveContentSize(type, value, &size);
       if (r != OWIRE_RET_SUCCESS) return r;
-      std::memcpy(p, head, headLen);
+      if (avail < headLen + 1 + size) return OWIRE_RET_BUFFER_TOO_SMALL;
+      UInt32 n;
+      const int r2 = encodePrimitiveContent(type, value, p + headLen + 1, it->endPos, &n);
+      if (r2 != OWIRE_RET_SUCCESS) return r2;
+      putHead<HeadLen>(p, head, headLen);
       p[headLen] = static_cast<char>(n);
       it->curPos = p + headLen + 1 + n;
       ++lv->itemCount;
@@ -334,7 +353,7 @@ int owireEncodeFieldEntry(OwfEncodeIterator* iter, OwfFieldEntry* entry, const v
   if (lv->levelState != kStateEntries) return OWIRE_RET_INVALID_ENCODE_STATE;
   char head[2];
   storeU16(head, static_cast<UInt16>(entry->fieldId));
-  return putStandardEntry(iter, lv, head, 2, entry->dataType, value, entry->encData);
+  return putStandardEntry<2>(iter, lv, head, 2, entry->dataType, value, entry->encData);
 }
 
 int owireEncodeFieldEntryInit(OwfEncodeIterator* iter, OwfFieldEntry* entry, UInt16 /*maxSize*/) {
@@ -441,7 +460,7 @@ int owireEncodeElementEntry(OwfEncodeIterator* iter, OwfElementEntry* entry, con
     return OWIRE_RET_INVALID_ARGUMENT;
   char small[64];
   const std::size_t headLen = elementHead(entry, small, sizeof small);
-  if (headLen != 0) return putStandardEntry(iter, lv, small, headLen, entry->dataType, value, entry->encData);
+  if (headLen != 0) return putStandardEntry<0>(iter, lv, small, headLen, entry->dataType, value, entry->encData);
   // Long name: write the head in place.
   const std::size_t n = static_cast<std::size_t>(varintSize(entry->name.length)) + entry->name.length + 1;
   if (room(iter) < n) return OWIRE_RET_BUFFER_TOO_SMALL;
@@ -449,7 +468,7 @@ int owireEncodeElementEntry(OwfEncodeIterator* iter, OwfElementEntry* entry, con
   elementHead(entry, start, n);
   iter->curPos += n;
   // The head is in the buffer already: put an empty head after it.
-  const int ret = putStandardEntry(iter, lv, start, 0, entry->dataType, value, entry->encData);
+  const int ret = putStandardEntry<0>(iter, lv, start, 0, entry->dataType, value, entry->encData);
   if (ret != OWIRE_RET_SUCCESS) iter->curPos = start;
   return ret;
 }

@@ -218,26 +218,8 @@ int encodePrimitiveContent(UInt8 type, const void* value, char* dst, char* end, 
 int decodePrimitiveContent(UInt8 type, const char* p, UInt32 n, void* value) {
   type = normalizeType(type);
   switch (type) {
-    case 3: {
-      Int64* out = static_cast<Int64*>(value);
-      if (n == 0) {
-        *out = 0;
-        return OWIRE_RET_BLANK_DATA;
-      }
-      if (n > 8) return OWIRE_RET_INVALID_DATA;
-      *out = loadSignedLE(p, static_cast<int>(n));
-      return OWIRE_RET_SUCCESS;
-    }
-    case 4: {
-      UInt64* out = static_cast<UInt64*>(value);
-      if (n == 0) {
-        *out = 0;
-        return OWIRE_RET_BLANK_DATA;
-      }
-      if (n > 8) return OWIRE_RET_INVALID_DATA;
-      *out = loadLE(p, static_cast<int>(n));
-      return OWIRE_RET_SUCCESS;
-    }
+    case 3: return decodeIntContent(p, n, static_cast<Int64*>(value));
+    case 4: return decodeUIntContent(p, n, static_cast<UInt64*>(value));
     case 5:
       if (n == 0) {
         *static_cast<float*>(value) = 0;

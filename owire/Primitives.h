@@ -100,15 +100,36 @@ inline void storeLE(char* dst, UInt64 v, int n) {
   for (int i = 0; i < n; ++i) dst[i] = static_cast<char>(v >> (8 * i));
 #endif
 }
-// Little-endian load of n bytes (n <= 8), zero-extended.
-inline UInt64 loadLE(const char* src, int n) {
-  UInt64 v = 0;
+// Little-endian store of all 8 bytes (the caller has the room and counts
+// only the bytes it needs).
+inline void store8(char* dst, UInt64 v) {
 #if defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
-  std::memcpy(&v, src, static_cast<std::size_t>(n));
+  std::memcpy(dst, &v, 8);
 #else
-  for (int i = 0; i < n; ++i) v |= UInt64{static_cast<UInt8>(src[i])} << (8 * i);
+  for (int i = 0; i < 8; ++i) dst[i] = static_cast<char>(v >> (8 * i));
+#endif
+}
+inline UInt32 load32(const char* p) {
+  UInt32 v;
+  std::memcpy(&v, p, 4);
+#if defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_BIG_ENDIAN__
+  v = __builtin_bswap32(v);
 #endif
   return v;
+}
+// Little-endian load of n bytes (1 <= n <= 8), zero-extended, reading only
+// those n bytes: overlapping fixed-size loads, no byte loop.
+inline UInt64 loadLE(const char* src, int n) {
+  if (n >= 4) {
+    const UInt64 lo = load32(src);
+    const UInt64 hi = load32(src + n - 4);
+    return lo | (hi << (8 * (n - 4)));
+  }
+  if (n <= 0) return 0;
+  const UInt64 b0 = static_cast<UInt8>(src[0]);
+  const UInt64 bm = static_cast<UInt8>(src[n >> 1]);
+  const UInt64 bl = static_cast<UInt8>(src[n - 1]);
+  return b0 | (bm << (8 * (n >> 1))) | (bl << (8 * (n - 1)));
 }
 inline Int64 loadSignedLE(const char* src, int n) {
   const UInt64 v = loadLE(src, n);
@@ -117,6 +138,98 @@ inline Int64 loadSignedLE(const char* src, int n) {
 }
 inline UInt16 loadU16(const char* p) { return static_cast<UInt16>(loadLE(p, 2)); }
 inline void storeU16(char* p, UInt16 v) { storeLE(p, v, 2); }
+
+// ---------------------------------------------------------------------------
+// Fast paths, inline, for the hot types.
+
+// Encodes the content of INT, UINT, FLOAT, DOUBLE, REAL, DATE, TIME or ENUM
+// at dst, which must have at least kFastRoom bytes of room. Returns the
+// content length, or -1 for any other type or a value to leave to
+// encodePrimitiveContent (which then reports it).
+enum { kFastRoom = 16 };
+inline int encodeNumericFast(UInt8 type, const void* value, char* dst) {
+  switch (type) {
+    case 3: {
+      const Int64 v = *static_cast<const Int64*>(value);
+      store8(dst, static_cast<UInt64>(v));
+      return signedBytes(v);
+    }
+    case 4: {
+      const UInt64 v = *static_cast<const UInt64*>(value);
+      store8(dst, v);
+      return unsignedBytes(v);
+    }
+    case 5: std::memcpy(dst, value, 4); return 4;
+    case 6: std::memcpy(dst, value, 8); return 8;
+    case 8: {
+      const OwfReal& r = *static_cast<const OwfReal*>(value);
+      if (r.isBlank) return 0;
+      if (r.hint > 30) return -1;
+      dst[0] = static_cast<char>(r.hint);
+      store8(dst + 1, static_cast<UInt64>(r.value));
+      return 1 + signedBytes(r.value);
+    }
+    case 9: {
+      const OwfDate& d = *static_cast<const OwfDate*>(value);
+      if (d.day == 0 && d.month == 0 && d.year == 0) return 0;
+      dst[0] = static_cast<char>(d.day);
+      dst[1] = static_cast<char>(d.month);
+      storeU16(dst + 2, d.year);
+      return 4;
+    }
+    case 10: {
+      const OwfTime& t = *static_cast<const OwfTime*>(value);
+      if (t.hour == 255 && t.minute == 255) return 0;
+      dst[0] = static_cast<char>(t.hour);
+      dst[1] = static_cast<char>(t.minute);
+      dst[2] = static_cast<char>(t.second);
+      storeU16(dst + 3, t.millisecond);
+      return t.millisecond ? 5 : t.second ? 3 : 2;
+    }
+    case 14: {
+      const UInt16 v = *static_cast<const UInt16*>(value);
+      storeU16(dst, v);
+      return v > 0xFF ? 2 : 1;
+    }
+    default: return -1;
+  }
+}
+
+inline int decodeIntContent(const char* p, UInt32 n, Int64* out) {
+  if (n - 1 < 8) {
+    *out = loadSignedLE(p, static_cast<int>(n));
+    return OWIRE_RET_SUCCESS;
+  }
+  *out = 0;
+  return n == 0 ? OWIRE_RET_BLANK_DATA : OWIRE_RET_INVALID_DATA;
+}
+inline int decodeUIntContent(const char* p, UInt32 n, UInt64* out) {
+  if (n - 1 < 8) {
+    *out = loadLE(p, static_cast<int>(n));
+    return OWIRE_RET_SUCCESS;
+  }
+  *out = 0;
+  return n == 0 ? OWIRE_RET_BLANK_DATA : OWIRE_RET_INVALID_DATA;
+}
+inline int decodeRealContent(const char* p, UInt32 n, OwfReal* r) {
+  if (n - 1 < 9) {
+    const UInt8 hint = static_cast<UInt8>(p[0]) & 0x3F;
+    if (hint <= 30) {
+      r->isBlank = 0;
+      r->hint = hint;
+      r->value = n > 1 ? loadSignedLE(p + 1, static_cast<int>(n - 1)) : 0;
+      return OWIRE_RET_SUCCESS;
+    }
+  }
+  return decodePrimitiveContent(8, p, n, r);
+}
+inline int decodeEnumContent(const char* p, UInt32 n, UInt16* out) {
+  if (n - 1 < 2) {
+    *out = static_cast<UInt16>(loadLE(p, static_cast<int>(n)));
+    return OWIRE_RET_SUCCESS;
+  }
+  return decodePrimitiveContent(14, p, n, out);
+}
 
 }  // namespace owire
 }  // namespace orvo
