@@ -108,6 +108,55 @@ struct Dictionary {
 // ---------------------------------------------------------------------------
 // Encoding. The iterator has its buffer; returns a codec result.
 
+// A row ready for encoding: the entry records and value pointers the data
+// model hands the codec (built once, like a protobuf message object).
+struct RowPlan {
+  std::vector<OwfFieldEntry> entries;
+  std::vector<const void*> values;
+  std::vector<OwfBuffer> strings;
+  explicit RowPlan(const Row& row) {
+    strings.reserve(row.size());
+    for (const Field& f : row) {
+      entries.push_back(OwfFieldEntry{f.fid, static_cast<UInt8>(f.kind), {0, nullptr}});
+      switch (f.kind) {
+        case kReal: values.push_back(&f.real); break;
+        case kUInt: values.push_back(&f.u); break;
+        case kInt: values.push_back(&f.i); break;
+        case kDate: values.push_back(&f.date); break;
+        case kTime: values.push_back(&f.time); break;
+        case kEnum: values.push_back(&f.e); break;
+        default:
+          strings.push_back(OwfBuffer{static_cast<UInt32>(f.s.size()), const_cast<char*>(f.s.data())});
+          values.push_back(&strings.back());
+          break;
+      }
+    }
+  }
+};
+
+inline int encodeRowEntries(OwfEncodeIterator* it, const RowPlan& plan) {
+  const size_t n = plan.entries.size();
+  for (size_t k = 0; k < n; ++k) {
+    const int ret = owireEncodeFieldEntry(it, const_cast<OwfFieldEntry*>(&plan.entries[k]), plan.values[k]);
+    if (ret < 0) return ret;
+  }
+  return OWIRE_RET_SUCCESS;
+}
+
+inline int encodeRow(OwfEncodeIterator* it, const RowPlan& plan) {
+  OwfFieldList list{};
+  list.flags = OWF_FLF_HAS_STANDARD_DATA | OWF_FLF_HAS_FIELD_LIST_INFO;
+  list.dictionaryId = 1;
+  list.fieldListNum = 1;
+  int ret = owireEncodeFieldListInit(it, &list, nullptr, 0);
+  if (ret < 0) return ret;
+  ret = encodeRowEntries(it, plan);
+  if (ret < 0) return ret;
+  return owireEncodeFieldListComplete(it, true);
+}
+
+// Straight from the row's fields, no plan: the values are taken from the
+// objects on the way (no allocation either).
 inline int encodeRowEntries(OwfEncodeIterator* it, const Row& row) {
   OwfFieldEntry entry{0, 0, {0, nullptr}};
   for (const Field& f : row) {
@@ -145,7 +194,37 @@ inline int encodeRow(OwfEncodeIterator* it, const Row& row) {
   return owireEncodeFieldListComplete(it, true);
 }
 
-inline int encodeBook(OwfEncodeIterator* it, const Book& book) {
+struct BookPlan {
+  std::vector<UInt64> keys;
+  std::vector<RowPlan> rows;
+  explicit BookPlan(const Book& book) : keys(book.keys) {
+    for (const Row& r : book.rows) rows.emplace_back(r);
+  }
+};
+
+inline int encodeBook(OwfEncodeIterator* it, const BookPlan& book) {
+  OwfMap map{};
+  map.flags = OWF_MPF_HAS_TOTAL_COUNT_HINT;
+  map.keyPrimitiveType = 4;
+  map.containerType = 132;
+  map.totalCountHint = static_cast<UInt32>(book.rows.size());
+  int ret = owireEncodeMapInit(it, &map, 0, 0);
+  if (ret < 0) return ret;
+  OwfMapEntry entry{};
+  entry.action = 2;
+  for (size_t i = 0; i < book.rows.size(); ++i) {
+    ret = owireEncodeMapEntryInit(it, &entry, &book.keys[i], 0);
+    if (ret < 0) return ret;
+    ret = encodeRow(it, book.rows[i]);
+    if (ret < 0) return ret;
+    ret = owireEncodeMapEntryComplete(it, true);
+    if (ret < 0) return ret;
+  }
+  return owireEncodeMapComplete(it, true);
+}
+
+// Builds the plan on the way: the cost of taking the values from objects.
+inline int encodeBookBuilding(OwfEncodeIterator* it, const Book& book) {
   OwfMap map{};
   map.flags = OWF_MPF_HAS_TOTAL_COUNT_HINT;
   map.keyPrimitiveType = 4;

@@ -67,7 +67,7 @@ int main(int argc, char** argv) {
 
   // The benchmark cases.
   put(C, "update", with(kFL, encode([](OwfEncodeIterator* it) { encodeRow(it, makeUpdate(1)); })));
-  put(C, "book", with(kMAP, encode([](OwfEncodeIterator* it) { encodeBook(it, makeBook(2, 4)); })));
+  put(C, "book", with(kMAP, encode([](OwfEncodeIterator* it) { encodeBookBuilding(it, makeBook(2, 4)); })));
 
   // Every packed set code in a field list, and the same rows in a map with
   // its definitions and a summary.

@@ -382,6 +382,24 @@ int owireEncodeMapEntry(OwfEncodeIterator* iter, OwfMapEntry* entry, const void*
 int owireEncodeMapEntryInit(OwfEncodeIterator* iter, OwfMapEntry* entry, const void* keyValue,
                             UInt16) {
   if (entry == nullptr) return OWIRE_RET_INVALID_ARGUMENT;
+  // Fast path: a numeric key given as a value, no permission data.
+  OwfEncodeLevel* fast = keyedLevel(iter, 137);
+  if (fast != nullptr && keyValue != nullptr && fast->levelState == kStateEntries &&
+      fast->itemCount < kMaxCount && entry->action <= 0x0F &&
+      !(entry->flags & OWF_MPEF_HAS_PERM_DATA) && room(iter) >= 2 + kFastRoom + kSlotWidth) {
+    char* p = iter->curPos;
+    const int n = encodeNumericFast(fast->keyType, keyValue, p + 2);
+    if (n >= 0) {
+      p[0] = static_cast<char>(entry->action);
+      p[1] = static_cast<char>(n);
+      fast->entryStart = p;
+      fast->entryFlags = 0;
+      fast->levelState = kStateEntryOpen;
+      fast->lengthPos = p + 2 + n;
+      iter->curPos = fast->lengthPos + kSlotWidth;
+      return OWIRE_RET_SUCCESS;
+    }
+  }
   int err;
   Head h = mapHead(keyedLevel(iter, 137), entry, keyValue, &err);
   if (err != OWIRE_RET_SUCCESS) return err;

@@ -178,6 +178,17 @@ int putStandardEntry(OwfEncodeIterator* it, OwfEncodeLevel* lv, const char* head
         return OWIRE_RET_SUCCESS;
       }
     }
+    if (isBufferType(type)) {
+      const OwfBuffer& b = *static_cast<const OwfBuffer*>(value);
+      if (b.length < 0x80 && avail >= headLen + 1 + b.length && (b.length == 0 || b.data != nullptr)) {
+        putHead<HeadLen>(p, head, headLen);
+        p[headLen] = static_cast<char>(b.length);
+        if (b.length) std::memcpy(p + headLen + 1, b.data, b.length);
+        it->curPos = p + headLen + 1 + b.length;
+        ++lv->itemCount;
+        return OWIRE_RET_SUCCESS;
+      }
+    }
     if (type <= 14 && type != 7 && type != 13) {
       // Numeric content is at most 9 bytes: a 1-byte length.
       UInt32 size;
@@ -339,7 +350,34 @@ int owireEncodeFieldListComplete(OwfEncodeIterator* iter, bool success) {
   return popEncodeLevel(iter, 132, success);
 }
 
+namespace {
+__attribute__((noinline)) int encodeFieldEntrySlow(OwfEncodeIterator* iter, OwfFieldEntry* entry,
+                                                   const void* value);
+}  // namespace
+
 int owireEncodeFieldEntry(OwfEncodeIterator* iter, OwfFieldEntry* entry, const void* value) {
+  // Fast path: a numeric value as a standard entry with room to spare.
+  if (iter != nullptr && entry != nullptr && value != nullptr &&
+      static_cast<unsigned>(iter->encodingLevel) < OWIRE_MAX_LEVELS) {
+    OwfEncodeLevel* lv = &iter->levels[iter->encodingLevel];
+    char* p = iter->curPos;
+    if (lv->containerType == 132 && lv->levelState == kStateEntries && (lv->flags & kStandard) &&
+        lv->itemCount < kMaxCount && p != nullptr && iter->endPos - p >= 3 + kFastRoom) {
+      const int n = encodeNumericFast(entry->dataType, value, p + 3);
+      if (n >= 0) {
+        storeU16(p, static_cast<UInt16>(entry->fieldId));
+        p[2] = static_cast<char>(n);
+        iter->curPos = p + 3 + n;
+        ++lv->itemCount;
+        return OWIRE_RET_SUCCESS;
+      }
+    }
+  }
+  return encodeFieldEntrySlow(iter, entry, value);
+}
+
+namespace {
+int encodeFieldEntrySlow(OwfEncodeIterator* iter, OwfFieldEntry* entry, const void* value) {
   OwfEncodeLevel* lv = listLevel(iter, 132);
   if (lv == nullptr || entry == nullptr) return OWIRE_RET_INVALID_ARGUMENT;
   if (lv->levelState == kStateSetData) {
@@ -355,6 +393,7 @@ int owireEncodeFieldEntry(OwfEncodeIterator* iter, OwfFieldEntry* entry, const v
   storeU16(head, static_cast<UInt16>(entry->fieldId));
   return putStandardEntry<2>(iter, lv, head, 2, entry->dataType, value, entry->encData);
 }
+}  // namespace
 
 int owireEncodeFieldEntryInit(OwfEncodeIterator* iter, OwfFieldEntry* entry, UInt16 /*maxSize*/) {
   OwfEncodeLevel* lv = listLevel(iter, 132);
@@ -393,6 +432,27 @@ int owireDecodeFieldList(OwfDecodeIterator* iter, OwfFieldList* list,
 }
 
 int owireDecodeFieldEntry(OwfDecodeIterator* iter, OwfFieldEntry* entry) {
+  // Fast path: a standard entry with a 1-byte length.
+  if (iter != nullptr && entry != nullptr &&
+      static_cast<unsigned>(iter->decodingLevel) < OWIRE_MAX_LEVELS) {
+    OwfDecodeLevel* lv = &iter->levels[iter->decodingLevel];
+    const char* p = lv->nextEntryPos;
+    if (lv->containerType == 132 && lv->setCount == 0 && lv->standardLeft != 0 &&
+        lv->endPos - p >= 3) {
+      const UInt8 len = static_cast<UInt8>(p[2]);
+      if (len < 0x80 && lv->endPos - (p + 3) >= len) {
+        entry->fieldId = static_cast<Int16>(loadU16(p));
+        entry->dataType = 0;
+        entry->encData.length = len;
+        entry->encData.data = const_cast<char*>(p + 3);
+        lv->nextEntryPos = p + 3 + len;
+        --lv->standardLeft;
+        lv->entryEnd = p + 3 + len;
+        iter->curPos = p + 3;
+        return OWIRE_RET_SUCCESS;
+      }
+    }
+  }
   OwfDecodeLevel* lv;
   int ret = entryLevel(iter, 132, &lv);
   if (ret != OWIRE_RET_SUCCESS) return ret;
