@@ -206,8 +206,18 @@ class Walker {
     for (;;) {
       if (type == 137) {
         OwfMapEntry e;
-        char key[64];
-        ret = owireDecodeMapEntry(it, &e, nullptr);
+        // The key is decoded twice: into a value by the map's key type (any
+        // record fits the union), and as text through a second iterator.
+        union {
+          Int64 i;
+          OwfReal r;
+          OwfDateTime dt;
+          OwfQos q;
+          OwfState s;
+          OwfBuffer b;
+        } key;
+        ret = owireDecodeMapEntry(it, &e, &key);
+        if (ret < 0) ret = owireDecodeMapEntry(it, &e, nullptr);
         if (ret != OWIRE_RET_SUCCESS) break;
         out += " a";
         num(e.action);
@@ -216,7 +226,6 @@ class Walker {
         OwfDecodeIterator kit;
         clearDecodeIterator(&kit);
         setDecodeIteratorBuffer(&kit, &e.encKey);
-        (void)key;
         walk(&kit, keyType);
         it->curPos = e.encData.data;
       } else if (type == 138) {
