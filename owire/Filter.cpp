@@ -120,6 +120,7 @@ int owireEncodeFilterEntryInit(OwfEncodeIterator* iter, OwfFilterEntry* entry, U
 
 int owireEncodeFilterEntryComplete(OwfEncodeIterator* iter, bool success) {
   OwfEncodeLevel* lv = levelOf(iter, 135);
+  if (!success && lv && lv->levelState == kStateEntries) return OWIRE_RET_SUCCESS;  // nothing open
   if (lv == nullptr ||
       (lv->levelState != kStateEntryOpen && lv->levelState != kStateFilterEntryDone))
     return OWIRE_RET_INVALID_ENCODE_STATE;

@@ -235,6 +235,7 @@ int openEntry(OwfEncodeIterator* it, UInt8 type, Head& h) {
 
 int entryComplete(OwfEncodeIterator* it, UInt8 type, bool success) {
   OwfEncodeLevel* lv = keyedLevel(it, type);
+  if (!success && lv && lv->levelState == kStateEntries) return OWIRE_RET_SUCCESS;  // nothing open
   if (lv == nullptr || lv->levelState != kStateEntryOpen) return OWIRE_RET_INVALID_ENCODE_STATE;
   if (!success) {
     it->curPos = lv->entryStart;

@@ -125,6 +125,10 @@ int packInPlace(OwfEncodeIterator* it, OwfEncodeLevel* lv, UInt8 code) {
 template <class Def>
 int entryComplete(OwfEncodeIterator* it, UInt8 type, bool success) {
   OwfEncodeLevel* lv = listLevel(it, type);
+  // Rolling back when no entry is open (after a one-step entry call that
+  // found the buffer too small) has nothing to undo.
+  if (!success && lv && (lv->levelState == kStateEntries || lv->levelState == kStateSetData))
+    return OWIRE_RET_SUCCESS;
   if (lv == nullptr || lv->levelState != kStateEntryOpen) return OWIRE_RET_INVALID_ENCODE_STATE;
   const bool setRow = (lv->entryFlags & kOpenSetRow) != 0;
   if (!success) {

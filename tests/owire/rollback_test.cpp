@@ -269,6 +269,10 @@ TEST(OwireRollback, EachTooSmallCallRollsBackAndSucceedsAfterRealign) {
   OwfFieldEntry fe{2, 3, {0, nullptr}};
   ASSERT_EQ(OWIRE_RET_BUFFER_TOO_SMALL, owireEncodeFieldEntry(&it, &fe, &v));
   EXPECT_EQ(before, getEncodedLength(&it));
+  // Its matching rollback has nothing to undo and succeeds.
+  ASSERT_EQ(OWIRE_RET_SUCCESS, owireEncodeFieldEntryComplete(&it, false));
+  EXPECT_EQ(EncodeLevelSetDone, encodeLevelState(&it));
+  EXPECT_EQ(before, getEncodedLength(&it));
   it.endPos = big + sizeof big;
   ASSERT_EQ(0, owireEncodeFieldEntry(&it, &fe, &v));
   ASSERT_EQ(0, owireEncodeFieldListComplete(&it, true));
