@@ -182,7 +182,7 @@ int parseReal(OwfReal* real, const OwfBuffer* text) {
     int log2 = -1;
     for (int k = 0; k <= 8; ++k)
       if (den == (UInt64{1} << k)) log2 = k;
-    if (log2 < 0 || (num >= den && whole != 0)) return bad();
+    if (log2 < 0 || (num >= den && whole != 0) || num > limit) return bad();
     if (whole > (limit - num) / den) return bad();
     const UInt64 mag = whole * den + num;
     *real = OwfReal{0, static_cast<UInt8>(22 + log2),

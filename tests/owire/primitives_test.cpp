@@ -194,6 +194,12 @@ TEST(OwirePrimitive, RealTextForms) {
   EXPECT_EQ(1, r.isBlank);
   t = buf("12abc");
   EXPECT_EQ(OWIRE_RET_INVALID_DATA, owireNumericStringToReal(&r, &t));
+  t = buf("9999999999999999999/2");
+  EXPECT_EQ(OWIRE_RET_INVALID_DATA, owireNumericStringToReal(&r, &t));
+  t = buf("3/2");
+  EXPECT_EQ(OWIRE_RET_SUCCESS, owireNumericStringToReal(&r, &t));
+  EXPECT_EQ(3, r.value);
+  EXPECT_EQ(23, r.hint);
   t = buf("99999999999999999999");
   EXPECT_EQ(OWIRE_RET_INVALID_DATA, owireNumericStringToReal(&r, &t));
   // Trailing zeros past 19 digits go to the exponent.
