@@ -8,13 +8,18 @@ namespace orvo {
 namespace common {
 namespace {
 
-char kEmptyText[1] = {'\0'};
-
 bool isBlankChar(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 
 }  // namespace
 
-ORVO_String::ORVO_String() : _data(kEmptyText), _length(0), _capacity(0) {}
+ORVO_String::ORVO_String() { becomeEmptyInline(); }
+
+void ORVO_String::becomeEmptyInline() {
+  _data = _inline;
+  _length = 0;
+  _capacity = kInlineCapacity;
+  _inline[0] = '\0';
+}
 
 ORVO_String::ORVO_String(const char* text, int length, bool /*flag*/) : ORVO_String() {
   if (text == nullptr) return;
@@ -27,15 +32,12 @@ ORVO_String::ORVO_String(const ORVO_String& other) : ORVO_String() {
   assign(other._data, other._length);
 }
 
-ORVO_String::ORVO_String(ORVO_String&& other) noexcept
-    : _data(other._data), _length(other._length), _capacity(other._capacity) {
-  other._data = kEmptyText;
-  other._length = 0;
-  other._capacity = 0;
+ORVO_String::ORVO_String(ORVO_String&& other) noexcept : _data(nullptr), _length(0), _capacity(0) {
+  *this = std::move(other);
 }
 
 ORVO_String::~ORVO_String() {
-  if (_capacity != 0) delete[] _data;
+  if (!isInline()) delete[] _data;
 }
 
 ORVO_String& ORVO_String::operator=(const ORVO_String& other) {
@@ -44,11 +46,18 @@ ORVO_String& ORVO_String::operator=(const ORVO_String& other) {
 }
 
 ORVO_String& ORVO_String::operator=(ORVO_String&& other) noexcept {
-  if (this != &other) {
-    std::swap(_data, other._data);
-    std::swap(_length, other._length);
-    std::swap(_capacity, other._capacity);
+  if (this == &other) return *this;
+  if (_data != nullptr && _data != _inline) delete[] _data;  // _data is null only while constructing
+  if (other.isInline()) {
+    _data = _inline;
+    _capacity = kInlineCapacity;
+    std::memcpy(_inline, other._inline, other._length + 1);
+  } else {
+    _data = other._data;
+    _capacity = other._capacity;
   }
+  _length = other._length;
+  other.becomeEmptyInline();
   return *this;
 }
 
@@ -68,11 +77,11 @@ void ORVO_String::set(const char* text, unsigned int length, bool /*flag*/) {
 
 void ORVO_String::reserve(unsigned int capacity) {
   if (capacity <= _capacity) return;
-  unsigned int grown = _capacity < 16 ? 16 : _capacity;
+  unsigned int grown = _capacity * 2;
   while (grown < capacity) grown *= 2;
   char* fresh = new char[grown + 1];
   std::memcpy(fresh, _data, _length + 1);
-  if (_capacity != 0) delete[] _data;
+  if (!isInline()) delete[] _data;
   _data = fresh;
   _capacity = grown;
 }
@@ -143,7 +152,7 @@ ORVO_String& ORVO_String::append(char c) { return append(&c, 1); }
 
 void ORVO_String::clear() {
   _length = 0;
-  if (_capacity != 0) _data[0] = '\0';
+  _data[0] = '\0';
 }
 
 ORVO_String& ORVO_String::trimWhitespace() {
@@ -155,7 +164,7 @@ ORVO_String& ORVO_String::trimWhitespace() {
   const unsigned int n = end - begin;
   if (n != 0) std::memmove(_data, _data + begin, n);
   _length = n;
-  if (_capacity != 0) _data[_length] = '\0';
+  _data[_length] = '\0';
   return *this;
 }
 

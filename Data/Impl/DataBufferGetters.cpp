@@ -115,7 +115,7 @@ int DataBuffer::decodeInto(int (*decoder)(OwfDecodeIterator*, T*), T* slot,
   _isBlank = ret == OWIRE_RET_BLANK_DATA;
   // Wire bytes reach an object only through a non-const call, so an object
   // that decodes is never a const one.
-  const_cast<DataBuffer*>(this)->_decoded = true;
+  _decoded = true;
   return ret;
 }
 

@@ -234,7 +234,7 @@ class OrvoSide {
 
   Bytes encodeBook(const Book& book) {
     OwfEncodeIterator it;
-    if (!startEncode(&it) || owire_cases::encodeBook(&it, book) != OWIRE_RET_SUCCESS)
+    if (!startEncode(&it) || owire_cases::encodeBookBuilding(&it, book) != OWIRE_RET_SUCCESS)
       return {nullptr, 0};
     return {out_.data(), getEncodedLength(&it)};
   }

@@ -58,6 +58,25 @@ TEST(OrvoStringTest, CopyAndAssignmentAreDeep) {
   EXPECT_NE(a, b);
 }
 
+TEST(OrvoStringTest, MovesAcrossTheInlineLimitKeepTheText) {
+  ORVO_String shortText("short");
+  ORVO_String longText("a text well beyond the inline room of a string");
+  ORVO_String a(std::move(shortText));
+  ORVO_String b(std::move(longText));
+  EXPECT_TRUE(shortText.empty());
+  EXPECT_TRUE(longText.empty());
+  EXPECT_EQ(a, "short");
+  EXPECT_EQ(b, "a text well beyond the inline room of a string");
+  a = std::move(b);
+  b = std::move(a);
+  EXPECT_EQ(b, "a text well beyond the inline room of a string");
+  a = "x";
+  for (int i = 0; i < 40; ++i) a.append('y');
+  a = std::move(shortText);
+  EXPECT_TRUE(a.empty());
+  EXPECT_STREQ("", a.c_str());
+}
+
 TEST(BufferTest, UnownedSetFromDoesNotCopy) {
   unsigned char bytes[4] = {1, 2, 3, 4};
   {

@@ -55,7 +55,7 @@ class Data {
   Data(const Data&) = delete;
   Data& operator=(const Data&) = delete;
 
-  bool _decoded;
+  mutable bool _decoded;  // getters decode lazily
   bool _ownsBuffer;
   bool _managed;
   UInt8 _dataType;

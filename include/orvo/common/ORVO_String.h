@@ -1,6 +1,7 @@
 // Narrow text owned by value. The contents are always followed by a
 // terminating zero, so c_str() is valid at any time; embedded zeros set with
-// set() are kept and counted by length(). An empty string allocates nothing.
+// set() are kept and counted by length(). Texts of up to 23 bytes are held
+// inside the object and allocate nothing.
 #ifndef ORVO_COMMON_ORVO_STRING_H_
 #define ORVO_COMMON_ORVO_STRING_H_
 
@@ -56,9 +57,15 @@ class ORVO_String {
   void reserve(unsigned int capacity);
   void assign(const char* text, unsigned int length);
 
-  char* _data;  // points at a shared empty text while _capacity is 0
+  static constexpr unsigned int kInlineCapacity = 23;
+
+  bool isInline() const { return _data == _inline; }
+  void becomeEmptyInline();
+
+  char* _data;  // _inline or a heap block of _capacity + 1 bytes
   unsigned int _length;
   unsigned int _capacity;
+  char _inline[kInlineCapacity + 1];
 };
 
 }  // namespace common
