@@ -33,8 +33,8 @@ int owireDecodeUInt(OwfDecodeIterator* iter, UInt64* value) { ORVO_DECODE_FAST(d
 int owireDecodeFloat(OwfDecodeIterator* iter, float* value) { return decodeAt(iter, 5, value); }
 int owireDecodeDouble(OwfDecodeIterator* iter, double* value) { return decodeAt(iter, 6, value); }
 int owireDecodeReal(OwfDecodeIterator* iter, OwfReal* value) { ORVO_DECODE_FAST(decodeRealContent); }
-int owireDecodeDate(OwfDecodeIterator* iter, OwfDate* value) { return decodeAt(iter, 9, value); }
-int owireDecodeTime(OwfDecodeIterator* iter, OwfTime* value) { return decodeAt(iter, 10, value); }
+int owireDecodeDate(OwfDecodeIterator* iter, OwfDate* value) { ORVO_DECODE_FAST(decodeDateContent); }
+int owireDecodeTime(OwfDecodeIterator* iter, OwfTime* value) { ORVO_DECODE_FAST(decodeTimeContent); }
 int owireDecodeDateTime(OwfDecodeIterator* iter, OwfDateTime* value) {
   return decodeAt(iter, 11, value);
 }
@@ -42,7 +42,7 @@ int owireDecodeQos(OwfDecodeIterator* iter, OwfQos* value) { return decodeAt(ite
 int owireDecodeState(OwfDecodeIterator* iter, OwfState* value) { return decodeAt(iter, 13, value); }
 int owireDecodeEnum(OwfDecodeIterator* iter, UInt16* value) { ORVO_DECODE_FAST(decodeEnumContent); }
 int owireDecodeBuffer(OwfDecodeIterator* iter, OwfBuffer* value) {
-  return decodeAt(iter, 16, value);
+  ORVO_DECODE_FAST(decodeBufferContent);
 }
 
 int owireEncodePrimitiveType(OwfEncodeIterator* iter, UInt8 primitiveType, const void* value) {

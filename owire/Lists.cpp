@@ -375,6 +375,19 @@ int owireEncodeFieldEntry(OwfEncodeIterator* iter, OwfFieldEntry* entry, const v
         ++lv->itemCount;
         return OWIRE_RET_SUCCESS;
       }
+      // A short byte string.
+      if (entry->dataType == 17 || entry->dataType == 16 || entry->dataType == 18) {
+        const OwfBuffer& b = *static_cast<const OwfBuffer*>(value);
+        if (b.length < 0x80 && iter->endPos - p >= 3 + static_cast<std::ptrdiff_t>(b.length) &&
+            (b.data != nullptr || b.length == 0)) {
+          storeU16(p, static_cast<UInt16>(entry->fieldId));
+          p[2] = static_cast<char>(b.length);
+          copyBytes(p + 3, b.data, b.length);
+          iter->curPos = p + 3 + b.length;
+          ++lv->itemCount;
+          return OWIRE_RET_SUCCESS;
+        }
+      }
     }
   }
   return encodeFieldEntrySlow(iter, entry, value);

@@ -136,6 +136,32 @@ inline Int64 loadSignedLE(const char* src, int n) {
   const int shift = 64 - 8 * n;
   return static_cast<Int64>(v << shift) >> shift;
 }
+// Copies n bytes (n <= 16) with overlapping fixed-size moves, no call.
+inline void copySmall(char* dst, const char* src, UInt32 n) {
+  if (n >= 8) {
+    UInt64 a, b;
+    std::memcpy(&a, src, 8);
+    std::memcpy(&b, src + n - 8, 8);
+    std::memcpy(dst, &a, 8);
+    std::memcpy(dst + n - 8, &b, 8);
+  } else if (n >= 4) {
+    UInt32 a, b;
+    std::memcpy(&a, src, 4);
+    std::memcpy(&b, src + n - 4, 4);
+    std::memcpy(dst, &a, 4);
+    std::memcpy(dst + n - 4, &b, 4);
+  } else if (n > 0) {
+    const char a = src[0], m = src[n >> 1], z = src[n - 1];
+    dst[0] = a;
+    dst[n >> 1] = m;
+    dst[n - 1] = z;
+  }
+}
+inline void copyBytes(char* dst, const char* src, UInt32 n) {
+  if (n <= 16) copySmall(dst, src, n);
+  else std::memcpy(dst, src, n);
+}
+
 inline UInt16 loadU16(const char* p) { return static_cast<UInt16>(loadLE(p, 2)); }
 inline void storeU16(char* p, UInt16 v) { storeLE(p, v, 2); }
 
@@ -229,6 +255,31 @@ inline int decodeEnumContent(const char* p, UInt32 n, UInt16* out) {
     return OWIRE_RET_SUCCESS;
   }
   return decodePrimitiveContent(14, p, n, out);
+}
+
+inline int decodeDateContent(const char* p, UInt32 n, OwfDate* d) {
+  if (n == 4) {
+    d->day = static_cast<UInt8>(p[0]);
+    d->month = static_cast<UInt8>(p[1]);
+    d->year = loadU16(p + 2);
+    if (d->day | d->month | d->year) return OWIRE_RET_SUCCESS;
+  }
+  return decodePrimitiveContent(9, p, n, d);
+}
+inline int decodeTimeContent(const char* p, UInt32 n, OwfTime* t) {
+  if ((n == 5 || n == 3 || n == 2) && static_cast<UInt8>(p[0]) != 255) {
+    t->hour = static_cast<UInt8>(p[0]);
+    t->minute = static_cast<UInt8>(p[1]);
+    t->second = n >= 3 ? static_cast<UInt8>(p[2]) : 0;
+    t->millisecond = n == 5 ? loadU16(p + 3) : 0;
+    return OWIRE_RET_SUCCESS;
+  }
+  return decodePrimitiveContent(10, p, n, t);
+}
+inline int decodeBufferContent(const char* p, UInt32 n, OwfBuffer* b) {
+  b->length = n;
+  b->data = const_cast<char*>(p);
+  return n == 0 ? OWIRE_RET_BLANK_DATA : OWIRE_RET_SUCCESS;
 }
 
 }  // namespace owire
