@@ -3,9 +3,11 @@
 #include <cstring>
 #include <new>
 
+#include "Data/Impl/DataBufferInt.h"
 #include "Data/Impl/FailureFrame.h"
 #include "diagnostics/Verify.h"
 #include "orvo/common/Msg.h"
+#include "orvo/data/DataBuffer.h"
 #include "orvo/data/DataType.h"
 #include "orvo/data/NoData.h"
 
@@ -18,6 +20,7 @@ using data::NoData;
 
 // Every class that can be built in a NoData's place must fit in it.
 static_assert(sizeof(NoData) == NoData::kMorphStorageBytes, "NoData storage size");
+static_assert(sizeof(data::DataBuffer) <= sizeof(NoData), "a DataBuffer must fit a NoData");
 
 constexpr UInt32 kSmallestEncodeBuffer = 16;
 
@@ -81,12 +84,20 @@ void DataInt::shallowMorph(Data* data, UInt8 dataType, UInt8 /*msgType*/) {
     case data::NoDataEnum:
       morphTo<NoData>(data, data::NoDataEnum);
       return;
+    case data::DataBufferEnum:
+      morphTo<data::DataBuffer>(data, data::DataBufferEnum);
+      return;
     default:
       failMorph();
   }
 }
 
 void DataInt::setEncodedLite(Data* data, const OwfBuffer& encoded) {
+  // A DataBuffer's encoded data may point at one of its own value fields,
+  // which must never be freed or written over as a heap block.
+  if (data->_dataType == data::DataBufferEnum) {
+    DataBufferInt::releaseEncodedBytes(*static_cast<data::DataBuffer*>(data));
+  }
   OwfBuffer& own = data->_encodedData;
   if (data->_managed) {
     if (!data->_ownsBuffer || data->_capacity < encoded.length) {
