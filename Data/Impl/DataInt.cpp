@@ -9,6 +9,8 @@
 #include "orvo/common/Msg.h"
 #include "orvo/data/DataBuffer.h"
 #include "orvo/data/DataType.h"
+#include "orvo/data/ElementList.h"
+#include "orvo/data/FieldList.h"
 #include "orvo/data/NoData.h"
 
 namespace orvo {
@@ -21,6 +23,8 @@ using data::NoData;
 // Every class that can be built in a NoData's place must fit in it.
 static_assert(sizeof(NoData) == NoData::kMorphStorageBytes, "NoData storage size");
 static_assert(sizeof(data::DataBuffer) <= sizeof(NoData), "a DataBuffer must fit a NoData");
+static_assert(sizeof(data::FieldList) <= sizeof(NoData), "a FieldList must fit a NoData");
+static_assert(sizeof(data::ElementList) <= sizeof(NoData), "an ElementList must fit a NoData");
 
 constexpr UInt32 kSmallestEncodeBuffer = 16;
 
@@ -83,6 +87,12 @@ void DataInt::shallowMorph(Data* data, UInt8 dataType, UInt8 /*msgType*/) {
     case 0:
     case data::NoDataEnum:
       morphTo<NoData>(data, data::NoDataEnum);
+      return;
+    case data::FieldListEnum:
+      morphTo<data::FieldList>(data, data::FieldListEnum);
+      return;
+    case data::ElementListEnum:
+      morphTo<data::ElementList>(data, data::ElementListEnum);
       return;
     case data::DataBufferEnum:
       morphTo<data::DataBuffer>(data, data::DataBufferEnum);

@@ -29,4 +29,45 @@
 #include "orvo/data/DataType.h"
 #include "orvo/data/NoData.h"
 
+// Primitive values.
+#include "orvo/data/DataBuffer.h"
+#include "orvo/data/Date.h"
+#include "orvo/data/DateTime.h"
+#include "orvo/data/Real32.h"
+#include "orvo/data/Real64.h"
+#include "orvo/data/Time.h"
+
+// Entries, field and element lists, set definitions.
+#include "orvo/data/DataEntry.h"
+#include "orvo/data/ElementEntry.h"
+#include "orvo/data/ElementEntryDef.h"
+#include "orvo/data/ElementList.h"
+#include "orvo/data/ElementListDef.h"
+#include "orvo/data/ElementListDefReadIterator.h"
+#include "orvo/data/ElementListDefWriteIterator.h"
+#include "orvo/data/ElementListReadIterator.h"
+#include "orvo/data/ElementListWriteIterator.h"
+#include "orvo/data/EntryAttrib.h"
+#include "orvo/data/FieldEntry.h"
+#include "orvo/data/FieldEntryDef.h"
+#include "orvo/data/FieldList.h"
+#include "orvo/data/FieldListDef.h"
+#include "orvo/data/FieldListDefReadIterator.h"
+#include "orvo/data/FieldListDefWriteIterator.h"
+#include "orvo/data/FieldListReadIterator.h"
+#include "orvo/data/FieldListWriteIterator.h"
+#include "orvo/data/WriteIteratorAttrib.h"
+
+// Integrity diagnostics.
+#include "orvo/common/ExceptionFilter.h"
+#include "orvo/common/LogPath.h"
+#include "orvo/common/VerifyFailure.h"
+
+// Field dictionary.
+#include "orvo/odm/ODMFidDef.h"
+#include "orvo/odm/ODMFieldDictionary.h"
+#include "orvo/odm/ODMFieldDictionaryInt.h"
+#include "orvo/odm/OMMType.h"
+#include "orvo/odm/OrvoFeedType.h"
+
 #endif  // ORVO_ORVO_H_

@@ -14,6 +14,8 @@ class DataDef {
   virtual ~DataDef();
 
   UInt8 getDefType() const { return _defType; }
+  // A copy of the definition with storage of its own; the caller owns it.
+  virtual DataDef* clone() const = 0;
 
  protected:
   explicit DataDef(UInt8 defType) : _word(0), _defType(defType) {}
