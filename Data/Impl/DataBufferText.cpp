@@ -64,8 +64,9 @@ const ORVO_String& DataBuffer::getAsString() const {
   return _stringValue;
 }
 
-// The codec does not say how much room a text needs, so a refused call is
-// retried with a larger buffer a few times.
+// The codec does not say how much room a text needs, so a call refused for
+// room is retried with a larger buffer a few times; any other refusal is
+// final and must not grow the buffer.
 void DataBuffer::textFromWire() const {
   ensureTextCapacity(_encodedData.length);
   int ret = OWIRE_RET_FAILURE;
@@ -73,7 +74,7 @@ void DataBuffer::textFromWire() const {
     pointDecoderAtValue();
     _textBuffer.length = _textCapacity;
     ret = owireEncodedPrimitiveToString(&_decodeIter, _bufferType, &_textBuffer);
-    if (ret >= 0 || attempt == kTextAttempts) break;
+    if (ret != OWIRE_RET_BUFFER_TOO_SMALL || attempt == kTextAttempts) break;
     delete[] _textBuffer.data;
     _textCapacity = _textCapacity * 2 + 100;
     _textBuffer.data = new char[_textCapacity];

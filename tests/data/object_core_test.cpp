@@ -93,7 +93,7 @@ TEST(DataTest, SetEncodedBufferKeepsTheDecodedFlagButSetEncodedLiteResetsIt) {
 
 TEST(DataTest, ManagedEntryDataIsCopied) {
   char bytes[4] = {1, 2, 3, 4};
-  RawData d(data::DataBufferEnum, true);
+  RawData d(data::SeriesEnum, true);
   DataInt::setEncodedLite(&d, OwfBuffer{4, bytes});
   EXPECT_NE(bytes, DataInt::encodedData(&d).data);
   EXPECT_TRUE(DataInt::ownsBuffer(&d));

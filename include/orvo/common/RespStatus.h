@@ -11,7 +11,8 @@ namespace common {
 
 class RespStatus : public Status {
  public:
-  enum StreamState {
+  // Fixed 32-bit enumerations: any number read from the wire is a value.
+  enum StreamState : Int32 {
     UnspecifiedStreamState = 0,
     Open = 1,
     NonStreaming = 2,
@@ -19,7 +20,7 @@ class RespStatus : public Status {
     Closed = 4,
     Redirected = 5
   };
-  enum DataState { NoChange = 0, Ok = 1, Suspect = 2 };
+  enum DataState : Int32 { NoChange = 0, Ok = 1, Suspect = 2 };
 
   RespStatus();
   RespStatus(const RespStatus& other);
