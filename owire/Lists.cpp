@@ -365,26 +365,31 @@ int owireEncodeFieldEntry(OwfEncodeIterator* iter, OwfFieldEntry* entry, const v
       static_cast<unsigned>(iter->encodingLevel) < OWIRE_MAX_LEVELS) {
     OwfEncodeLevel* lv = &iter->levels[iter->encodingLevel];
     char* p = iter->curPos;
+    // Everything is read before the first byte is written: byte stores may
+    // alias anything, so later reads would be repeated.
+    const UInt32 count = lv->itemCount;
+    const UInt16 fid = static_cast<UInt16>(entry->fieldId);
+    const UInt8 type = entry->dataType;
     if (lv->containerType == 132 && lv->levelState == kStateEntries && (lv->flags & kStandard) &&
-        lv->itemCount < kMaxCount && p != nullptr && iter->endPos - p >= 3 + kFastRoom) {
-      const int n = encodeNumericFast(entry->dataType, value, p + 3);
+        count < kMaxCount && p != nullptr && iter->endPos - p >= 3 + kFastRoom) {
+      const int n = encodeNumericFast(type, value, p + 3);
       if (n >= 0) {
-        storeU16(p, static_cast<UInt16>(entry->fieldId));
-        p[2] = static_cast<char>(n);
+        lv->itemCount = count + 1;
         iter->curPos = p + 3 + n;
-        ++lv->itemCount;
+        storeU16(p, fid);
+        p[2] = static_cast<char>(n);
         return OWIRE_RET_SUCCESS;
       }
       // A short byte string.
-      if (entry->dataType == 17 || entry->dataType == 16 || entry->dataType == 18) {
-        const OwfBuffer& b = *static_cast<const OwfBuffer*>(value);
+      if (type == 17 || type == 16 || type == 18) {
+        const OwfBuffer b = *static_cast<const OwfBuffer*>(value);
         if (b.length < 0x80 && iter->endPos - p >= 3 + static_cast<std::ptrdiff_t>(b.length) &&
             (b.data != nullptr || b.length == 0)) {
-          storeU16(p, static_cast<UInt16>(entry->fieldId));
+          lv->itemCount = count + 1;
+          iter->curPos = p + 3 + b.length;
+          storeU16(p, fid);
           p[2] = static_cast<char>(b.length);
           copyBytes(p + 3, b.data, b.length);
-          iter->curPos = p + 3 + b.length;
-          ++lv->itemCount;
           return OWIRE_RET_SUCCESS;
         }
       }
@@ -448,6 +453,10 @@ int owireDecodeFieldList(OwfDecodeIterator* iter, OwfFieldList* list,
   return OWIRE_RET_SUCCESS;
 }
 
+namespace {
+__attribute__((noinline)) int decodeFieldEntrySlow(OwfDecodeIterator* iter, OwfFieldEntry* entry);
+}  // namespace
+
 int owireDecodeFieldEntry(OwfDecodeIterator* iter, OwfFieldEntry* entry) {
   // Fast path: a standard entry with a 1-byte length.
   if (iter != nullptr && entry != nullptr &&
@@ -458,18 +467,25 @@ int owireDecodeFieldEntry(OwfDecodeIterator* iter, OwfFieldEntry* entry) {
         lv->endPos - p >= 3) {
       const UInt8 len = static_cast<UInt8>(p[2]);
       if (len < 0x80 && lv->endPos - (p + 3) >= len) {
-        entry->fieldId = static_cast<Int16>(loadU16(p));
-        entry->dataType = 0;
-        entry->encData.length = len;
-        entry->encData.data = const_cast<char*>(p + 3);
+        // The level and the iterator first: the entry's byte-wide fields may
+        // alias anything.
         lv->nextEntryPos = p + 3 + len;
         --lv->standardLeft;
         lv->entryEnd = p + 3 + len;
         iter->curPos = p + 3;
+        entry->fieldId = static_cast<Int16>(loadU16(p));
+        entry->encData.length = len;
+        entry->encData.data = const_cast<char*>(p + 3);
+        entry->dataType = 0;
         return OWIRE_RET_SUCCESS;
       }
     }
   }
+  return decodeFieldEntrySlow(iter, entry);
+}
+
+namespace {
+int decodeFieldEntrySlow(OwfDecodeIterator* iter, OwfFieldEntry* entry) {
   OwfDecodeLevel* lv;
   int ret = entryLevel(iter, 132, &lv);
   if (ret != OWIRE_RET_SUCCESS) return ret;
@@ -500,6 +516,8 @@ int owireDecodeFieldEntry(OwfDecodeIterator* iter, OwfFieldEntry* entry) {
   enterEntryData(iter, lv, data, len);
   return OWIRE_RET_SUCCESS;
 }
+
+}  // namespace
 
 // ---------------------------------------------------------------------------
 // Element list.
