@@ -20,7 +20,7 @@ using orvo::data::FieldListReadIterator;
 using orvo::data::FieldListWriteIterator;
 
 constexpr int kFields = 25;
-const char kText[] = "IBM.N";
+const char kText[] = "ACME.X";
 
 // Five kinds of values, as a quote update carries them.
 struct Values {

@@ -57,22 +57,22 @@ inline Field makeField(Int16 fid, FieldKind kind, UInt32 seed) {
                        static_cast<UInt16>(r % 1000)};
       break;
     case kEnum: f.e = static_cast<UInt16>(r % 300); break;
-    case kString: f.s = std::string("SYM") + std::to_string(r % 100000) + ".NYSE" + (r % 2 ? "X" : ""); break;
+    case kString: f.s = std::string("SYM") + std::to_string(r % 100000) + ".XCHG" + (r % 2 ? "X" : ""); break;
   }
   return f;
 }
 
-// Field ids are those of a market price record; types follow the ids.
+// A quote update: ids spread over the small and the two-byte range.
 inline Row makeUpdate(UInt32 seed) {
   Row row;
-  const Int16 realIds[10] = {22, 25, 30, 31, 6, 12, 13, 19, 21, 1025};
+  const Int16 realIds[10] = {101, 104, 107, 110, 113, 116, 119, 122, 125, 1301};
   for (Int16 id : realIds) row.push_back(makeField(id, kReal, seed));
-  for (Int16 id : {32, 178, 1021, 3404}) row.push_back(makeField(id, kUInt, seed));
-  for (Int16 id : {11, 79, 1026}) row.push_back(makeField(id, kInt, seed));
-  for (Int16 id : {16, 875}) row.push_back(makeField(id, kDate, seed));
-  for (Int16 id : {5, 1010}) row.push_back(makeField(id, kTime, seed));
-  for (Int16 id : {4, 14}) row.push_back(makeField(id, kEnum, seed));
-  for (Int16 id : {3, 296}) row.push_back(makeField(id, kString, seed));
+  for (Int16 id : {140, 143, 1310, 3120}) row.push_back(makeField(id, kUInt, seed));
+  for (Int16 id : {150, 153, 1320}) row.push_back(makeField(id, kInt, seed));
+  for (Int16 id : {160, 1330}) row.push_back(makeField(id, kDate, seed));
+  for (Int16 id : {170, 1340}) row.push_back(makeField(id, kTime, seed));
+  for (Int16 id : {180, 183}) row.push_back(makeField(id, kEnum, seed));
+  for (Int16 id : {190, 1350}) row.push_back(makeField(id, kString, seed));
   return row;
 }
 
