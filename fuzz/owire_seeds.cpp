@@ -228,7 +228,7 @@ int main(int argc, char** argv) {
   put(C, "array_strings", with(kAR, encode([](OwfEncodeIterator* it) {
         OwfArray a{17, 0, {0, nullptr}};
         owireEncodeArrayInit(it, &a);
-        for (const char* s : {"IBM.N", "", "VOD.L"}) {
+        for (const char* s : {"ACME.X", "", "WIDGET.Y"}) {
           OwfBuffer b = buf(s);
           owireEncodeArrayEntry(it, nullptr, &b);
         }

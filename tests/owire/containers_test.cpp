@@ -640,12 +640,12 @@ TEST(OwireContainer, ArraysVariableAndFixed) {
   Enc e;
   OwfArray a{17, 0, {0, nullptr}};
   ASSERT_EQ(0, owireEncodeArrayInit(&e.it, &a));
-  for (const char* s : {"IBM.N", "", "VOD.L"}) {
+  for (const char* s : {"ACME.X", "", "WIDGET.Y"}) {
     OwfBuffer b = buf(s);
     ASSERT_EQ(0, owireEncodeArrayEntry(&e.it, nullptr, &b));
   }
   ASSERT_EQ(0, owireEncodeArrayComplete(&e.it, true));
-  EXPECT_EQ("AR{17 IBM.N <15> VOD.L}", walk(e.bytes(), 15));
+  EXPECT_EQ("AR{17 ACME.X <15> WIDGET.Y}", walk(e.bytes(), 15));
 
   Enc f;
   OwfArray ai{3, 2, {0, nullptr}};
