@@ -326,7 +326,7 @@ TEST(MsgEncodeBadInput, UnsoundRecordsAreRefused) {
 // Seeds of the fuzz corpus come from the encoder; they must stay decodable
 // and re-encode to the same bytes, or the corpus has gone stale.
 TEST(MsgCorpus, SeedsDecodeAndReencodeToTheSameBytes) {
-  const std::string dir = std::string(ORVO_SOURCE_DIR) + "/fuzz/corpus/owire_msg/";
+  const std::string dir = std::string(ORVO_SOURCE_DIR) + "/fuzz/corpus/owire_msg_fuzzer/";
   int seeds = 0;
   for (int i = 0;; ++i) {
     std::ifstream file(dir + "seed-" + std::to_string(i), std::ios::binary);
