@@ -8,17 +8,20 @@ using common::Int64;
 using common::ORVO_String;
 using common::UInt32;
 
-EnumValToDiplayValTable::EnumValToDiplayValTable() : _maxValue(0), _minValue(0), _displayCount(0) {}
+EnumValToDiplayValTable::EnumValToDiplayValTable()
+    : _maxValue(0), _minValue(0), _displayCount(0), _lastBlockSize(0), _lastBlockUsed(0) {}
 
-EnumValToDiplayValTable::~EnumValToDiplayValTable() {
-  for (ORVO_String* display : _displays) delete display;
-  for (ORVO_String* display : _negDisplays) delete display;
-  for (auto& far : _farDisplays) delete far.second;
-}
+EnumValToDiplayValTable::~EnumValToDiplayValTable() = default;
 
-void EnumValToDiplayValTable::replace(ORVO_String*& slot, ORVO_String* display) {
-  delete slot;
-  slot = display;
+ORVO_String* EnumValToDiplayValTable::makeDisplay(const char* text, UInt32 length) {
+  if (_lastBlockUsed == _lastBlockSize) {
+    _lastBlockSize = _lastBlockSize == 0 ? kFirstBlockSize : _lastBlockSize * 2;
+    _displayBlocks.emplace_back(new ORVO_String[_lastBlockSize]);
+    _lastBlockUsed = 0;
+  }
+  ORVO_String* display = &_displayBlocks.back()[_lastBlockUsed++];
+  display->set(text, length);
+  return display;
 }
 
 bool EnumValToDiplayValTable::mayHoldSlots(UInt32 slots) const {
@@ -49,10 +52,10 @@ void EnumValToDiplayValTable::takeOverFarValues(Int64 lowest, Int64 highest) {
   while (far != _farDisplays.end() && far->first <= highest) {
     const Int64 value = far->first;
     if (value >= 0) {
-      replace(_displays[UInt32(value)], far->second);
+      _displays[UInt32(value)] = far->second;
       if (value > _maxValue) _maxValue = value;
     } else {
-      replace(_negDisplays[UInt32(-value)], far->second);
+      _negDisplays[UInt32(-value)] = far->second;
       if (value < _minValue) _minValue = value;
     }
     far = _farDisplays.erase(far);
@@ -64,8 +67,7 @@ void EnumValToDiplayValTable::setDisplay(Int64 value, const ORVO_String& display
 }
 
 void EnumValToDiplayValTable::setDisplay(Int64 value, const char* text, UInt32 length) {
-  ORVO_String* display = new ORVO_String();
-  display->set(text, length);
+  ORVO_String* display = makeDisplay(text, length);
   ++_displayCount;
   ORVO_String** slot = nullptr;
   if (value >= 0 && value <= kDenseLimit) {
@@ -79,9 +81,9 @@ void EnumValToDiplayValTable::setDisplay(Int64 value, const char* text, UInt32 l
     if (slot != nullptr && value < _minValue) _minValue = value;
   }
   if (slot != nullptr) {
-    replace(*slot, display);
+    *slot = display;
   } else {
-    replace(_farDisplays[value], display);
+    _farDisplays[value] = display;
   }
 }
 

@@ -7,11 +7,16 @@
 // instead, so that a file of many one-value tables with large values cannot
 // make each table allocate thousands of slots. Real tables, whose values
 // run more or less densely from 0, live entirely in the arrays. The table
-// owns its display strings.
+// owns its display strings and makes them in blocks that double as it fills
+// (8, 16, 32, ...): a file of thousands of tables would otherwise make one
+// allocation per value. A display that a later one for the same value
+// replaces stays in its block until the table goes.
 #ifndef ORVO_DATA_IMPL_ENUM_VAL_TO_DIPLAY_VAL_TABLE_H_
 #define ORVO_DATA_IMPL_ENUM_VAL_TO_DIPLAY_VAL_TABLE_H_
 
 #include <map>
+#include <memory>
+#include <vector>
 
 #include "orvo/common/ORVO_String.h"
 #include "orvo/common/ORVO_Vector.h"
@@ -49,7 +54,9 @@ class EnumValToDiplayValTable {
   const std::map<common::Int64, common::ORVO_String*>& farDisplays() const { return _farDisplays; }
 
  private:
-  static void replace(common::ORVO_String*& slot, common::ORVO_String* display);
+  static constexpr common::UInt32 kFirstBlockSize = 8;
+
+  common::ORVO_String* makeDisplay(const char* text, common::UInt32 length);
   bool mayHoldSlots(common::UInt32 slots) const;
   // Slot for `value` in `slots` (index `index`), grown to `grownSize` when
   // the budget allows; null when the value must go to the side map.
@@ -65,6 +72,9 @@ class EnumValToDiplayValTable {
   common::ORVO_Vector<common::ORVO_String*> _negDisplays;  // slot = -value; slot 0 unused
   std::map<common::Int64, common::ORVO_String*> _farDisplays;
   common::UInt32 _displayCount;
+  std::vector<std::unique_ptr<common::ORVO_String[]>> _displayBlocks;
+  common::UInt32 _lastBlockSize;
+  common::UInt32 _lastBlockUsed;
 };
 
 // Walks the values of a table in ascending order, skipping values without a

@@ -18,7 +18,8 @@ ODMFidDefInt::ODMFidDefInt()
       _ommType(0),
       _ommLength(0),
       _enumTable(nullptr),
-      _sizeHint(0) {
+      _sizeHint(0),
+      _pooled(false) {
   _nameLink._key = &_name;
   _nameLink._value = this;
 }
@@ -37,7 +38,8 @@ ODMFidDefInt::ODMFidDefInt(const ORVO_String& name, const ORVO_String& longName,
       _ommType(ommType),
       _ommLength(ommLength),
       _enumTable(nullptr),
-      _sizeHint(0) {
+      _sizeHint(0),
+      _pooled(false) {
   _nameLink._key = &_name;
   _nameLink._value = this;
 }

@@ -13,6 +13,7 @@ namespace orvo {
 namespace odm {
 
 class ODMEnumTableInt;
+class ODMFidDefPool;
 
 class ODMFidDefInt : public ODMFidDef {
  public:
@@ -65,6 +66,8 @@ class ODMFidDefInt : public ODMFidDef {
   void updateSizeHint() { _sizeHint = _rippleToName.size() + _longName.size() + _name.size() + 10; }
 
  private:
+  friend class ODMFidDefPool;
+
   common::ORVO_String _name;
   common::ORVO_String _longName;
   common::Int64 _fieldId;
@@ -78,6 +81,8 @@ class ODMFidDefInt : public ODMFidDef {
   ODMEnumTableInt* _enumTable;
   common::UInt32 _sizeHint;
   NameLink _nameLink;
+  // Made in a pool's block rather than by new; the pool ends it.
+  bool _pooled;
 };
 
 }  // namespace odm

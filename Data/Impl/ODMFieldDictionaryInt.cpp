@@ -6,6 +6,7 @@
 #include "Data/Impl/ODMDictionaryList.h"
 #include "Data/Impl/ODMEnumTableInt.h"
 #include "Data/Impl/ODMFidDefInt.h"
+#include "Data/Impl/ODMFidDefPool.h"
 #include "Data/Impl/ODMFieldDictionaryReader.h"
 #include "Data/Impl/ORTGenHash.h"
 
@@ -20,9 +21,8 @@ using common::UInt32;
 
 constexpr UInt32 kNameTableBuckets = 65537;
 
-UInt32 hashFieldName(const ORVO_String& name) {
-  return ortHashBytes(0, name.data(), name.length());
-}
+// A full name index is emptied faster bucket by bucket than node by node.
+bool emptyAtOnce(UInt32 count, UInt32 bucketCount) { return count > bucketCount / 8; }
 
 bool inFieldIdRange(Int64 fieldId) {
   return fieldId >= ODMFieldDictionaryInt::kMinFieldId &&
@@ -45,8 +45,10 @@ bool inFieldIdRange(Int64 fieldId) {
 }  // namespace
 
 ODMFieldDictionaryInt::ODMFieldDictionaryInt()
-    : _nameTable(
-          new ORTGenHash<const ORVO_String, ODMFidDefInt>(kNameTableBuckets, &hashFieldName)),
+    : _nameTable(new ORTGenHash<const ORVO_String, ODMFidDefInt>(
+          kNameTableBuckets,
+          [](const ORVO_String& name) { return hashName(name.data(), name.length()); })),
+      _fidDefPool(new ODMFidDefPool),
       _fidDefs(),
       _negFidDefs(),
       _noEnumInfo(false),
@@ -62,6 +64,7 @@ ODMFieldDictionaryInt::~ODMFieldDictionaryInt() {
   if (_nameTable != nullptr) {
     deleteAllFidDefs();
     delete _nameTable;
+    delete _fidDefPool;
   }
   deleteAllEnumTables();
 }
@@ -71,6 +74,8 @@ void ODMFieldDictionaryInt::destroy() {
     deleteAllFidDefs();
     delete _nameTable;
     _nameTable = nullptr;
+    delete _fidDefPool;
+    _fidDefPool = nullptr;
   }
   deleteAllEnumTables();
   ODMDictionaryList::remove(this);
@@ -106,7 +111,7 @@ const ODMFidDef& ODMFieldDictionaryInt::getFidDef(const char* fieldName) const {
       _nameTable == nullptr
           ? nullptr
           : _nameTable->findHashed(
-                ortHashBytes(0, fieldName, length), [fieldName, length](const ORVO_String& key) {
+                hashName(fieldName, length), [fieldName, length](const ORVO_String& key) {
                   return key.length() == length && std::memcmp(key.data(), fieldName, length) == 0;
                 });
   if (def == nullptr) {
@@ -147,7 +152,16 @@ void ODMFieldDictionaryInt::readODMEnumTypeDef(const ORVO_String& path) {
   ODMFieldDictionaryReader::readEnumTypeDef(*this, path);
 }
 
+UInt32 ODMFieldDictionaryInt::hashName(const char* name, UInt32 length) {
+  return ortHashBytes(0, name, length);
+}
+
 bool ODMFieldDictionaryInt::addFidDef(ODMFidDefInt* def) {
+  const ORVO_String& name = def->getName();
+  return addFidDef(def, hashName(name.data(), name.length()));
+}
+
+bool ODMFieldDictionaryInt::addFidDef(ODMFidDefInt* def, UInt32 nameHash) {
   def->updateSizeHint();
   const Int64 fieldId = def->getFieldId();
   if (!inFieldIdRange(fieldId)) return false;
@@ -159,7 +173,7 @@ bool ODMFieldDictionaryInt::addFidDef(ODMFidDefInt* def) {
     _maxFieldId = fieldId;
   }
   slot = def;
-  _nameTable->insertLink(def->nameLink());
+  _nameTable->insertLinkHashed(def->nameLink(), nameHash);
   ++_size;
   return true;
 }
@@ -171,19 +185,23 @@ void ODMFieldDictionaryInt::clearFidDefs() {
 
 // The slots to visit are bounded by the id maxima, which is why a clear
 // leaves the maxima as they were. Each definition carries its own node of
-// the name index and unlinks it in constant time.
+// the name index and unlinks it in constant time; a full index is emptied
+// as a whole instead.
 void ODMFieldDictionaryInt::deleteAllFidDefs() {
+  const bool unlinkEach = !emptyAtOnce(_nameTable->size(), _nameTable->bucketCount());
+  if (!unlinkEach) _nameTable->forgetLinks();
   const Int64 highest = _maxFieldId < kMaxFieldId ? _maxFieldId : kMaxFieldId;
-  for (Int64 id = 0; id <= highest; ++id) deleteFidDef(_fidDefs[id]);
+  for (Int64 id = 0; id <= highest; ++id) deleteFidDef(_fidDefs[id], unlinkEach);
   const Int64 lowest = _minNegFieldId > kMinFieldId ? _minNegFieldId : kMinFieldId;
-  for (Int64 slot = 1; slot <= -lowest; ++slot) deleteFidDef(_negFidDefs[slot]);
+  for (Int64 slot = 1; slot <= -lowest; ++slot) deleteFidDef(_negFidDefs[slot], unlinkEach);
   _size = 0;
+  _fidDefPool->reuseAll();
 }
 
-void ODMFieldDictionaryInt::deleteFidDef(ODMFidDefInt*& slot) {
+void ODMFieldDictionaryInt::deleteFidDef(ODMFidDefInt*& slot, bool unlink) {
   if (slot == nullptr) return;
-  _nameTable->removeLink(slot->nameLink());
-  delete slot;
+  if (unlink) _nameTable->removeLink(slot->nameLink());
+  ODMFidDefPool::destroy(slot);
   slot = nullptr;
 }
 

@@ -11,6 +11,7 @@
 #include "Data/Impl/FailureFrame.h"
 #include "Data/Impl/ODMEnumTableInt.h"
 #include "Data/Impl/ODMFidDefInt.h"
+#include "Data/Impl/ODMFidDefPool.h"
 #include "Data/Impl/ORTGenHash.h"
 #include "Data/Impl/StringToType.h"
 #include "orvo/common/ORVO_WString.h"
@@ -35,19 +36,78 @@ inline bool isSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 // The bytes ORVO_String::trimWhitespace removes.
 inline bool isTrimmed(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 
+// The scanners look at eight bytes of a line at a time: field lines are
+// mostly columns padded with runs of blanks. They read a block only while
+// the terminator lies behind what they have passed, so the reads stay within
+// the terminator plus ODMFieldDictionaryReader::kScanSlack bytes.
+constexpr UInt64 kEachByte = 0x0101010101010101ull;
+constexpr UInt64 kHighBits = 0x8080808080808080ull;
+
+// Eight bytes with the first of them in the low byte.
+inline UInt64 loadBlock(const char* at) {
+  UInt64 block;
+  std::memcpy(&block, at, sizeof(block));
+#if defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_BIG_ENDIAN__
+  block = __builtin_bswap64(block);
+#endif
+  return block;
+}
+
+// Index of the first byte of a block that is not zero; `block` is not 0.
+inline int firstNonZeroByte(UInt64 block) { return __builtin_ctzll(block) >> 3; }
+
+// The first byte from `at` that is not a blank.
+inline int skipBlanks(const char* line, int at) {
+  for (;;) {
+    const UInt64 others = loadBlock(line + at) ^ (kEachByte * ' ');
+    if (others != 0) return at + firstNonZeroByte(others);
+    at += 8;
+  }
+}
+
 int skipSpaces(const char* line, int at) {
-  while (isSpace(line[at])) ++at;
-  return at;
+  for (;;) {
+    at = skipBlanks(line, at);
+    if (!isSpace(line[at])) return at;
+    ++at;
+  }
+}
+
+// The first white space byte or terminator from `at`. Bytes below 0x21 are
+// marked exactly up to the first of them (the marks above it may be false),
+// and among them only white space and the terminator end a word.
+inline int skipWordBytes(const char* line, int at) {
+  for (;;) {
+    const UInt64 block = loadBlock(line + at);
+    const UInt64 low = (block - kEachByte * 0x21) & ~block & kHighBits;
+    if (low == 0) {
+      at += 8;
+      continue;
+    }
+    at += firstNonZeroByte(low);
+    if (line[at] == '\0' || isSpace(line[at])) return at;
+    ++at;
+  }
+}
+
+// Whether the `length` bytes at `a` and at `b` are equal, compared in blocks
+// of eight; both may be read up to seven bytes beyond `length`.
+inline bool sameBlocks(const char* a, const char* b, UInt32 length) {
+  for (UInt32 i = 0; i < length; i += 8) {
+    UInt64 differences = loadBlock(a + i) ^ loadBlock(b + i);
+    if (length - i < 8) differences &= (UInt64(1) << (8 * (length - i))) - 1;
+    if (differences != 0) return false;
+  }
+  return true;
 }
 
 // The scanners work on a zero-terminated line from offset `from` and answer
 // the offset behind what they took, or -1.
 
 // A word: up to the next white space or the end of the line.
-int scanWord(const char* line, int from, Token* token) {
+inline int scanWord(const char* line, int from, Token* token) {
   const int start = skipSpaces(line, from);
-  int at = start;
-  while (line[at] != '\0' && !isSpace(line[at])) ++at;
+  const int at = skipWordBytes(line, start);
   if (at == start) return -1;
   *token = Token{line + start, UInt32(at - start)};
   return at;
@@ -87,22 +147,59 @@ int scanRestOfLine(const char* line, int from, Token* token) {
   return at;
 }
 
+// The failure reasons of one length column.
+struct LengthColumn {
+  const char* missing;
+  const char* belowZero;
+  const char* aboveMaximum;
+};
+constexpr LengthColumn kLength = {"Cannot find LENGTH", "LENGTH less than 0",
+                                  "LENGTH exceeds allowed maximum of 65535"};
+constexpr LengthColumn kEnumLength = {"Cannot find EnumLen", "EnumLen less than 0",
+                                      "EnumLen exceeds allowed maximum of 65535"};
+constexpr LengthColumn kOwfLength = {"Cannot find Owf Length", "Owf Length less than 0",
+                                     "Owf Length exceeds allowed maximum of 65535"};
+
+// Decimal digits from `at` up to the first other byte or `end`, advancing
+// `at`; saturates just past the int range, where atoi would overflow.
+inline Int64 readDigits(const char*& at, const char* end) {
+  Int64 magnitude = 0;
+  for (; at < end && *at >= '0' && *at <= '9'; ++at) {
+    magnitude = magnitude * 10 + (*at - '0');
+    if (magnitude > Int64(INT_MAX) + 1) magnitude = Int64(INT_MAX) + 1;
+  }
+  return magnitude;
+}
+
+inline int signedNumber(bool negative, Int64 magnitude) {
+  const Int64 value = negative ? -magnitude : magnitude;
+  return value > INT_MAX ? INT_MAX : int(value);
+}
+
 // Reads a number as atoi does: white space, one sign, digits up to the first
-// other byte; 0 when there are no digits. Saturates at the int range where
-// atoi would overflow.
+// other byte; 0 when there are no digits.
 int toNumber(const Token& token) {
   const char* at = token.text;
   const char* const end = token.text + token.length;
   while (at < end && isSpace(*at)) ++at;
   bool negative = false;
   if (at < end && (*at == '+' || *at == '-')) negative = *at++ == '-';
-  Int64 magnitude = 0;
-  for (; at < end && *at >= '0' && *at <= '9'; ++at) {
-    magnitude = magnitude * 10 + (*at - '0');
-    if (magnitude > Int64(INT_MAX) + 1) magnitude = Int64(INT_MAX) + 1;
-  }
-  const Int64 value = negative ? -magnitude : magnitude;
-  return value > INT_MAX ? INT_MAX : int(value);
+  return signedNumber(negative, readDigits(at, end));
+}
+
+// A word read as toNumber reads it, in one pass: the number stops at the
+// first byte that is not a digit (a word end included), and the rest of the
+// word is passed over.
+inline int scanNumber(const char* line, int from, int* number) {
+  const int start = skipSpaces(line, from);
+  const char* at = line + start;
+  bool negative = false;
+  if (*at == '+' || *at == '-') negative = *at++ == '-';
+  const Int64 magnitude = readDigits(at, line + ODMDictionaryLineReader::kLineBufferSize);
+  const int end = skipWordBytes(line, int(at - line));
+  if (end == start) return -1;
+  *number = signedNumber(negative, magnitude);
+  return end;
 }
 
 bool sameText(const ORVO_String& text, const Token& token) {
@@ -121,6 +218,23 @@ ORVO_String trimmed(const Token& token) {
   return text;
 }
 
+inline int hexDigitValue(char c) {
+  if (c >= '0' && c <= '9') return c - '0';
+  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+  return -1;
+}
+
+// strtol in base 16 of a pair of characters. Two hex digits, the pairs of
+// any real display, are read here; strtol takes the rest (signs, white
+// space, a "0x" prefix, odd last characters).
+long hexPairValue(const char* pair) {
+  const int high = hexDigitValue(pair[0]);
+  const int low = hexDigitValue(pair[1]);
+  if (high >= 0 && low >= 0) return high * 16 + low;
+  return std::strtol(pair, nullptr, 16);
+}
+
 // Each pair of characters from the left is one byte as strtol reads it in
 // base 16 (an odd last character stands alone); the display ends at the
 // first byte of value 0. Writes at most (length + 1) / 2 bytes.
@@ -128,12 +242,36 @@ UInt32 hexToBytes(const Token& hex, char* out) {
   UInt32 n = 0;
   for (UInt32 i = 0; i < hex.length; i += 2) {
     const char pair[3] = {hex.text[i], i + 1 < hex.length ? hex.text[i + 1] : '\0', '\0'};
-    const char byte = char(std::strtol(pair, nullptr, 16) & 0xFF);
+    const char byte = char(hexPairValue(pair) & 0xFF);
     if (byte == '\0') break;
     out[n++] = byte;
   }
   return n;
 }
+
+// The definition of the line being read, made in the dictionary's pool and
+// given back to it unless the dictionary took it.
+class DefInProgress {
+ public:
+  explicit DefInProgress(ODMFidDefPool& pool) : _pool(pool), _def(pool.make()) {}
+  DefInProgress(const DefInProgress&) = delete;
+  DefInProgress& operator=(const DefInProgress&) = delete;
+  ~DefInProgress() { discard(); }
+
+  ODMFidDefInt& get() { return *_def; }
+  ODMFidDefInt* release() {
+    ODMFidDefInt* def = _def;
+    _def = nullptr;
+    return def;
+  }
+  void discard() {
+    if (_def != nullptr) _pool.unmakeLast(release());
+  }
+
+ private:
+  ODMFidDefPool& _pool;
+  ODMFidDefInt* _def;
+};
 
 struct FileCloser {
   void operator()(std::FILE* file) const { std::fclose(file); }
@@ -187,7 +325,7 @@ bool ODMFieldDictionaryReader::Token::is(const char* literal) const {
 
 ODMFieldDictionaryReader::ODMFieldDictionaryReader(ODMFieldDictionaryInt& dictionary)
     : _dictionary(dictionary), _lineNumber(0), _foundDef(nullptr) {
-  _line[0] = '\0';
+  std::memset(_line, 0, sizeof(_line));
 }
 
 void ODMFieldDictionaryReader::readFieldDictionary(ODMFieldDictionaryInt& dictionary,
@@ -219,6 +357,8 @@ void ODMFieldDictionaryReader::readEnumTypeDefBytes(ODMFieldDictionaryInt& dicti
 }
 
 bool ODMFieldDictionaryReader::splitTagLine(Token* key, Token* value) const {
+  // Most lines that start with '!' are comments: settled by their first bytes.
+  if (_line[0] == '!' && std::strncmp(_line, "!tag", 4) != 0) return false;
   Token word;
   const int afterTag = scanWord(_line, 0, &word);
   if (afterTag < 0 || !word.is("!tag")) return false;
@@ -251,14 +391,15 @@ void ODMFieldDictionaryReader::readFields(ODMDictionaryLineReader& lines) {
     }
     if (_line[0] == '\0' || _line[0] == '\n') continue;
     if (!moveTrimmedFieldLine()) continue;
-    std::unique_ptr<ODMFidDefInt> def(new ODMFidDefInt);
-    if (!parseFieldLine(*def, &failure)) {
-      def.reset();
+    DefInProgress def(*d._fidDefPool);
+    UInt32 nameHash;
+    if (!parseFieldLine(def.get(), &nameHash, &failure)) {
+      def.discard();  // before the clear, which frees every place of the pool
       failFieldRead(failure);
     }
     // The first definition of an id wins; a later one is dropped silently
     // and does not count as the previous line for ripples.
-    if (!d.addFidDef(def.get())) continue;
+    if (!d.addFidDef(&def.get(), nameHash)) continue;
     ODMFidDefInt* added = def.release();
     // Chains usually ripple to the line just before: resolved without a lookup.
     if (previous != nullptr && previous->getName() == added->getRippleToName()) {
@@ -310,7 +451,7 @@ int ODMFieldDictionaryReader::lookUpType(TypeWordMemo& memo, const Token& word,
   const UInt32 pick = word.length * 7u + static_cast<unsigned char>(word.text[0]) +
                       static_cast<unsigned char>(word.text[word.length - 1]) * 3u;
   TypeWordMemo::Slot& slot = memo.slots[pick % TypeWordMemo::kSlots];
-  if (slot.length == word.length && std::memcmp(slot.text, word.text, word.length) == 0) {
+  if (slot.length == word.length && sameBlocks(slot.text, word.text, word.length)) {
     return slot.type;
   }
   slot.type = lookUp(word.text, word.length);
@@ -325,32 +466,37 @@ bool ODMFieldDictionaryReader::fieldLineFailure(const char* reason, ORVO_String*
   return false;
 }
 
-bool ODMFieldDictionaryReader::readLengthColumn(int at, Int64* value, int* next,
-                                                const char* missing, const char* belowZero,
-                                                const char* aboveMaximum, ORVO_String* failure) {
-  Token word;
-  *next = scanWord(_line, at, &word);
-  if (*next < 0) return fieldLineFailure(missing, failure);
-  *value = toNumber(word);
-  if (*value < 0) return fieldLineFailure(belowZero, failure);
-  if (*value > kMaxColumnLength) return fieldLineFailure(aboveMaximum, failure);
-  return true;
+// Reads a length column at `*at` and moves `*at` behind it; answers the
+// failure reason of `column`, or null for a good length.
+inline const char* readLengthColumn(const char* line, const LengthColumn& column, int* at,
+                                    Int64* value) {
+  int number;
+  *at = scanNumber(line, *at, &number);
+  if (*at < 0) return column.missing;
+  if (number < 0) return column.belowZero;
+  if (number > kMaxColumnLength) return column.aboveMaximum;
+  *value = number;
+  return nullptr;
 }
 
-bool ODMFieldDictionaryReader::parseFieldLine(ODMFidDefInt& def, ORVO_String* failure) {
+bool ODMFieldDictionaryReader::parseFieldLine(ODMFidDefInt& def, UInt32* nameHash,
+                                              ORVO_String* failure) {
   ODMFieldDictionaryInt& d = _dictionary;
   Token word;
   int at = scanWord(_line, 0, &word);
   if (at < 0) return fieldLineFailure("Cannot find ACRONYM", failure);
   def.setName(word.text, word.length);
+  // The bucket the definition goes to loads while the rest of the line is read.
+  *nameHash = ODMFieldDictionaryInt::hashName(word.text, word.length);
+  d._nameTable->prefetchBucket(*nameHash);
 
   at = scanQuoted(_line, at, &word);
   if (at < 0) return fieldLineFailure("Cannot find DDE ACRONYM", failure);
   def.setLongName(word.text, word.length);
 
-  at = scanWord(_line, at, &word);
+  int fieldId;
+  at = scanNumber(_line, at, &fieldId);
   if (at < 0) return fieldLineFailure("Cannot find FID", failure);
-  const int fieldId = toNumber(word);
   if (fieldId < ODMFieldDictionaryInt::kMinFieldId ||
       fieldId > ODMFieldDictionaryInt::kMaxFieldId) {
     *failure = "ODMFieldDictionaryInt::readODMFieldDictionary - Illegal FID = ";
@@ -368,10 +514,8 @@ bool ODMFieldDictionaryReader::parseFieldLine(ODMFidDefInt& def, ORVO_String* fa
   def.setFieldType(lookUpType(_fieldTypeMemo, word, &StringToType::toFieldType));
 
   Int64 length;
-  if (!readLengthColumn(at, &length, &at, "Cannot find LENGTH", "LENGTH less than 0",
-                        "LENGTH exceeds allowed maximum of 65535", failure)) {
-    return false;
-  }
+  const char* reason = readLengthColumn(_line, kLength, &at, &length);
+  if (reason != nullptr) return fieldLineFailure(reason, failure);
   def.setLength(length);
   if (UInt64(length) > d._maxLength) d._maxLength = UInt64(length);
 
@@ -380,10 +524,8 @@ bool ODMFieldDictionaryReader::parseFieldLine(ODMFidDefInt& def, ORVO_String* fa
   // The enum length stands in brackets apart from the number: "( 4 )".
   if (word.text[0] == '(') {
     Int64 enumLength;
-    if (!readLengthColumn(at, &enumLength, &at, "Cannot find EnumLen", "EnumLen less than 0",
-                          "EnumLen exceeds allowed maximum of 65535", failure)) {
-      return false;
-    }
+    reason = readLengthColumn(_line, kEnumLength, &at, &enumLength);
+    if (reason != nullptr) return fieldLineFailure(reason, failure);
     def.setEnumLength(enumLength);
     if (UInt64(enumLength) > d._maxEnumLength) d._maxEnumLength = UInt64(enumLength);
     at = scanWord(_line, at, &word);
@@ -396,10 +538,8 @@ bool ODMFieldDictionaryReader::parseFieldLine(ODMFidDefInt& def, ORVO_String* fa
   def.setOMMType(lookUpType(_ommTypeMemo, word, &StringToType::toOMMType));
 
   Int64 ommLength;
-  if (!readLengthColumn(at, &ommLength, &at, "Cannot find Owf Length", "Owf Length less than 0",
-                        "Owf Length exceeds allowed maximum of 65535", failure)) {
-    return false;
-  }
+  reason = readLengthColumn(_line, kOwfLength, &at, &ommLength);
+  if (reason != nullptr) return fieldLineFailure(reason, failure);
   def.setOMMLength(ommLength);
   if (UInt64(ommLength) > d._maxOwfLength) d._maxOwfLength = UInt64(ommLength);
   return true;
@@ -511,13 +651,12 @@ void ODMFieldDictionaryReader::failEnumRead(ODMEnumTableInt* tableInProgress,
 // display that does not scan is passed over, which is how free-text
 // continuation lines of the meaning column get through.
 bool ODMFieldDictionaryReader::readValueLine(ODMEnumTableInt* table, ORVO_String* failure) {
-  Token valueWord;
-  const int afterValue = scanWord(_line, 0, &valueWord);
+  int value;
+  const int afterValue = scanNumber(_line, 0, &value);
   if (afterValue < 0) return true;
   Token display;
   char opener;
   if (scanDisplay(_line, afterValue, &display, &opener) < 0) return true;
-  const int value = toNumber(valueWord);
   char bytes[ODMDictionaryLineReader::kLineBufferSize];
   if (opener == '#') display = Token{bytes, hexToBytes(display, bytes)};
   if (table == nullptr) {
@@ -539,9 +678,8 @@ bool ODMFieldDictionaryReader::readAcronymLine(ODMEnumTableInt* table, ORVO_Stri
   Token acronym;
   const int afterAcronym = scanWord(_line, 0, &acronym);
   if (afterAcronym < 0) return true;
-  Token fieldIdWord;
-  if (scanWord(_line, afterAcronym, &fieldIdWord) < 0) return true;
-  const int fieldId = toNumber(fieldIdWord);
+  int fieldId;
+  if (scanNumber(_line, afterAcronym, &fieldId) < 0) return true;
   // For an id out of range the definition found on an earlier line stays
   // the one checked and linked below.
   if (fieldId >= ODMFieldDictionaryInt::kMinFieldId &&

@@ -36,6 +36,10 @@ class ODMFieldDictionaryReader {
   static void readEnumTypeDefBytes(ODMFieldDictionaryInt& dictionary, const char* bytes,
                                    std::size_t size);
 
+  // Zero bytes kept behind the line buffer: the scanners read eight bytes
+  // at a time and may pass the terminator by up to seven.
+  static constexpr common::UInt32 kScanSlack = 8;
+
   // A run of bytes of the line buffer.
   struct Token {
     const char* text;
@@ -46,12 +50,13 @@ class ODMFieldDictionaryReader {
  private:
   // Type words seen before and their numbers, in slots picked by length and
   // end bytes: a file uses a few dozen type words over and over, and a
-  // compare is cheaper than the type table's hash.
+  // compare is cheaper than the type table's hash. Words are compared in
+  // blocks of eight bytes, against words that lie in the line buffer.
   struct TypeWordMemo {
     static constexpr common::UInt32 kSlots = 64;
     static constexpr common::UInt32 kLongestWord = 23;
     struct Slot {
-      char text[kLongestWord];
+      char text[kLongestWord + 1];  // whole blocks of eight
       common::UInt8 length = 0xFF;
       int type = 0;
     };
@@ -68,10 +73,8 @@ class ODMFieldDictionaryReader {
 
   // Field dictionary file.
   bool applyFieldTag(common::ORVO_String* failure);
-  bool parseFieldLine(ODMFidDefInt& def, common::ORVO_String* failure);
-  bool readLengthColumn(int at, common::Int64* value, int* next, const char* missing,
-                        const char* belowZero, const char* aboveMaximum,
-                        common::ORVO_String* failure);
+  // Also answers the hash of the definition's name in the name index.
+  bool parseFieldLine(ODMFidDefInt& def, common::UInt32* nameHash, common::ORVO_String* failure);
   bool fieldLineFailure(const char* reason, common::ORVO_String* failure) const;
   bool fieldTagFailure(const common::ORVO_String& reason, common::ORVO_String* failure) const;
   [[noreturn]] void failFieldRead(const common::ORVO_String& failure);
@@ -93,7 +96,7 @@ class ODMFieldDictionaryReader {
   ODMFidDefInt* _foundDef;
   TypeWordMemo _fieldTypeMemo;
   TypeWordMemo _ommTypeMemo;
-  char _line[ODMDictionaryLineReader::kLineBufferSize];
+  char _line[ODMDictionaryLineReader::kLineBufferSize + kScanSlack];
 };
 
 }  // namespace odm

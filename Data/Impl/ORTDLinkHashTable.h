@@ -72,8 +72,11 @@ class ORTDLinkHashTable {
   common::UInt32 count() const { return _count; }
   common::UInt32 hashOf(const Key& key) const { return _hash(key); }
 
-  void insert(Link* node) {
-    ORTDLink0& head = _buckets[_hash(*node->_key) % _bucketCount];
+  void insert(Link* node) { insertHashed(node, _hash(*node->_key)); }
+
+  // Insert for a caller that already has the hash value of the node's key.
+  void insertHashed(Link* node, common::UInt32 h) {
+    ORTDLink0& head = _buckets[h % _bucketCount];
     node->_next = head._next;
     node->_prev = &head;
     head._next->_prev = node;
@@ -97,11 +100,27 @@ class ORTDLinkHashTable {
     return nullptr;
   }
 
+  // Starts loading the bucket of hash value `h`, for a caller that will
+  // insert or look up there after other work: a large table's buckets are
+  // mostly out of cache.
+  void prefetchBucket(common::UInt32 h) const { __builtin_prefetch(&_buckets[h % _bucketCount]); }
+
   void remove(Link* node) {
     node->_prev->_next = node->_next;
     node->_next->_prev = node->_prev;
     node->_next = node->_prev = node;
     --_count;
+  }
+
+  // Empties every bucket at once. The nodes keep stale links: for callers
+  // that are about to free all of them, where unlinking each would visit
+  // their buckets one by one in no useful order.
+  void forgetAll() {
+    for (common::UInt32 i = 0; i < _bucketCount; ++i) {
+      _buckets[i]._next = &_buckets[i];
+      _buckets[i]._prev = &_buckets[i];
+    }
+    _count = 0;
   }
 
   // Unlinks every node, handing each to `visit` once it is out of the table.

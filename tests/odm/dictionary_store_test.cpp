@@ -75,6 +75,21 @@ TEST(HashTableTest, HashStepFollowsSignedBytes) {
     }
     ASSERT_EQ(ortHashBytes(seed, bytes, sizeof(bytes)), plain) << round;
   }
+  // Text names of every length up to 40, where whole blocks of bytes below
+  // 0x80 take a shortcut, with a negative byte at each place in turn.
+  for (int length = 1; length <= 40; ++length) {
+    for (int negativeAt = -1; negativeAt < length; ++negativeAt) {
+      std::string name;
+      for (int i = 0; i < length; ++i) name += char(i == negativeAt ? 0x80 + i : 'A' + i % 26);
+      const common::UInt32 seed = random();
+      common::UInt32 plain = seed;
+      for (char b : name) {
+        plain =
+            ((plain % 8388593u) << 8) + static_cast<common::UInt32>(static_cast<signed char>(b));
+      }
+      ASSERT_EQ(ortHashBytes(seed, name.data(), name.size()), plain) << length << " " << negativeAt;
+    }
+  }
   // Type names are seeded with their first byte.
   EXPECT_EQ(StringToType::hashTypeName("A", 1), ((65u % 8388593u) << 8) + 65u);
   EXPECT_EQ(StringToType::hashTypeName("", 0), 0u);

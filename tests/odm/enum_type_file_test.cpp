@@ -3,7 +3,9 @@
 // and the dictionary id agreed between the two files.
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <string>
+#include <vector>
 
 #include "Data/Impl/ODMEnumTableInt.h"
 #include "Data/Impl/ODMFieldDictionaryReader.h"
@@ -13,6 +15,7 @@ namespace orvo {
 namespace odm {
 namespace {
 
+using common::Int64;
 using common::ORVO_String;
 using testing::failureOf;
 using testing::Raised;
@@ -344,6 +347,58 @@ TEST(EnumTypeDefBytesTest, ReadsFromMemory) {
   ODMFieldDictionaryReader::readEnumTypeDefBytes(*d, contents.data(), contents.size());
   ASSERT_EQ(d->enumTables().size(), 1u);
   EXPECT_EQ(text(*d->enumTables()[0]->getDisplay(1)), "ONE");
+}
+
+// Each pair of a hex display is what strtol makes of it in base 16, also
+// for pairs that are not two hex digits: signs, blanks, "0x", other bytes.
+TEST(EnumTypeDefBytesTest, HexPairsReadAsStrtolReadsThem) {
+  const std::string bytes = "0123456789abcdefABCDEFxXgG+- \t\x7f\x80\xff";
+  std::string contents = "ALPHA 1\n";
+  std::vector<std::string> pairs;
+  for (char high : bytes) {
+    for (char low : bytes) {
+      pairs.push_back(std::string{high, low});
+      contents += " " + std::to_string(pairs.size() - 1) + " #" + pairs.back() + "#\n";
+    }
+  }
+  contents += " 100000 #4#\n";  // an odd last character stands alone
+  ScopedDictionary d;
+  ODMFieldDictionaryReader::readEnumTypeDefBytes(*d, contents.data(), contents.size());
+  ASSERT_EQ(d->enumTables().size(), 1u);
+  const ODMEnumTableInt& table = *d->enumTables()[0];
+  for (std::size_t value = 0; value < pairs.size(); ++value) {
+    const char byte = char(std::strtol(pairs[value].c_str(), nullptr, 16) & 0xFF);
+    const std::string expected = byte == '\0' ? "" : std::string(1, byte);
+    ASSERT_NE(table.getDisplay(Int64(value)), nullptr) << value;
+    EXPECT_EQ(text(*table.getDisplay(Int64(value))), expected) << "pair " << pairs[value];
+  }
+  EXPECT_EQ(text(*table.getDisplay(100000)), "\x04");
+}
+
+// Tables with many values, values given twice and values far apart keep
+// every display apart from the others.
+TEST(EnumTypeDefBytesTest, ManyDisplaysPerTable) {
+  std::string contents = "ALPHA 1\n";
+  for (int value = 0; value < 300; ++value) {
+    contents += " " + std::to_string(value) + " \"FIRST " + std::to_string(value) + "\"\n";
+  }
+  for (int value = 0; value < 300; value += 3) {
+    contents += " " + std::to_string(value) + " \"LAST " + std::to_string(value) + "\"\n";
+  }
+  contents += " -70000 \"FAR BELOW\"\n 70000 \"FAR ABOVE\"\nBETA 2\n 5 \"OTHER\"\n";
+  ScopedDictionary d;
+  ODMFieldDictionaryReader::readEnumTypeDefBytes(*d, contents.data(), contents.size());
+  ASSERT_EQ(d->enumTables().size(), 2u);
+  const ODMEnumTableInt& table = *d->enumTables()[0];
+  for (int value = 0; value < 300; ++value) {
+    const std::string expected = (value % 3 == 0 ? "LAST " : "FIRST ") + std::to_string(value);
+    ASSERT_NE(table.getDisplay(value), nullptr) << value;
+    EXPECT_EQ(text(*table.getDisplay(value)), expected);
+  }
+  EXPECT_EQ(text(*table.getDisplay(-70000)), "FAR BELOW");
+  EXPECT_EQ(text(*table.getDisplay(70000)), "FAR ABOVE");
+  EXPECT_EQ(table.getDisplay(300), nullptr);
+  EXPECT_EQ(text(*d->enumTables()[1]->getDisplay(5)), "OTHER");
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "Data/Impl/ODMDictionaryLineReader.h"
+#include "Data/Impl/ODMFidDefInt.h"
 #include "Data/Impl/ODMFieldDictionaryReader.h"
 #include "odm/dictionary_test_util.h"
 
@@ -330,6 +331,60 @@ TEST_F(FieldFileTest, SuccessfulLoadReplacesAllDefinitions) {
   EXPECT_NE(failureOf([&] { _d->getFidDef(1); }), "<none>");
   EXPECT_NE(failureOf([&] { _d->getFidDef("B"); }), "<none>");
   EXPECT_EQ(_d->getMaxFieldId(), 3);
+}
+
+// Definitions of a read share storage that the next read reuses; dropped
+// duplicates, failed reads and definitions added by hand must not disturb
+// what the dictionary holds.
+TEST_F(FieldFileTest, RereadsAfterDuplicatesFailuresAndAddedDefinitions) {
+  std::string big;
+  for (int id = 1; id <= 700; ++id) {
+    const std::string name = "F" + std::to_string(id);
+    big += name + " \"" + name + "\" " + std::to_string(id) + " NULL INTEGER 5 UINT 2\n";
+    if (id % 100 == 0) big += "DUP \"DUP\" " + std::to_string(id) + " NULL INTEGER 5 UINT 2\n";
+  }
+  for (int round = 0; round < 3; ++round) {
+    loadOk(big);
+    ASSERT_EQ(_d->size(), 700u);
+    EXPECT_EQ(text(_d->getFidDef(100).getName()), "F100");
+    EXPECT_EQ(_d->getFidDef("F700").getFieldId(), 700);
+    EXPECT_NE(failureOf([&] { _d->getFidDef("DUP"); }), "<none>");
+    ASSERT_EQ(load(big + "BAD \"BAD\" 9999 NULL\n").text,
+              lineFailure("Cannot find FIELD TYPE", 708));
+    EXPECT_EQ(_d->size(), 0u);
+    EXPECT_NE(failureOf([&] { _d->getFidDef("F1"); }), "<none>");
+  }
+  loadOk(kGoodLine);
+  ODMFidDefInt* added = new ODMFidDefInt(ORVO_String("BY_HAND"), ORVO_String("BY HAND"), 2,
+                                         ORVO_String("NULL"), 0, 1, 0, 5, 4, 2);
+  ASSERT_TRUE(_d->addFidDef(added));
+  loadOk(big);
+  EXPECT_EQ(_d->size(), 700u);
+  EXPECT_NE(failureOf([&] { _d->getFidDef("BY_HAND"); }), "<none>");
+  EXPECT_EQ(_d->getFidDef("F2").getFieldId(), 2);
+}
+
+// A dictionary of thousands of names empties its name index as a whole on a
+// reload; names of the old file must be gone and the new ones found.
+TEST_F(FieldFileTest, ReloadOfALargeDictionary) {
+  auto file = [](const std::string& prefix) {
+    std::string contents;
+    for (int id = 1; id <= 10000; ++id) {
+      const std::string name = prefix + std::to_string(id);
+      contents += name + " \"X\" " + std::to_string(id) + " NULL INTEGER 5 UINT 2\n";
+    }
+    return contents;
+  };
+  loadOk(file("OLD"));
+  loadOk(file("NEW"));
+  EXPECT_EQ(_d->size(), 10000u);
+  for (int id = 1; id <= 10000; id += 999) {
+    EXPECT_EQ(_d->getFidDef(("NEW" + std::to_string(id)).c_str()).getFieldId(), id);
+    EXPECT_NE(failureOf([&] { _d->getFidDef(("OLD" + std::to_string(id)).c_str()); }), "<none>");
+  }
+  loadOk(kGoodLine);
+  EXPECT_EQ(_d->getFidDef("GOOD_ONE").getFieldId(), 1);
+  EXPECT_NE(failureOf([&] { _d->getFidDef("NEW1"); }), "<none>");
 }
 
 TEST_F(FieldFileTest, OpeningFailuresChangeNothing) {

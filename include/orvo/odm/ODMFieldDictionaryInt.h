@@ -7,6 +7,7 @@
 // and by acronym in a chained hash table of 65537 buckets whose keys are the
 // definitions' own name strings. The dictionary owns its definitions and its
 // enumeration tables; a table shared by several fields is owned once.
+// Definitions read from files are made in blocks that later reads reuse.
 #ifndef ORVO_ODM_ODM_FIELD_DICTIONARY_INT_H_
 #define ORVO_ODM_ODM_FIELD_DICTIONARY_INT_H_
 
@@ -19,6 +20,7 @@ namespace orvo {
 namespace odm {
 
 class ODMFidDefInt;
+class ODMFidDefPool;
 class ODMEnumTableInt;
 class ODMFieldDictionaryReader;
 template <class Key, class Value>
@@ -69,13 +71,20 @@ class ODMFieldDictionaryInt : public ODMFieldDictionary {
  private:
   friend class ODMFieldDictionaryReader;
 
+  // The hash of an acronym in the name index.
+  static common::UInt32 hashName(const char* name, common::UInt32 length);
+  // addFidDef with the hash of the definition's name at hand.
+  bool addFidDef(ODMFidDefInt* def, common::UInt32 nameHash);
   ODMFidDefInt*& slotOf(common::Int64 fieldId);
   void deleteAllFidDefs();
-  void deleteFidDef(ODMFidDefInt*& slot);
+  // `unlink`: take the definition out of the name index first.
+  void deleteFidDef(ODMFidDefInt*& slot, bool unlink);
   void deleteAllEnumTables();
   void unlinkEnumTables();
 
   ORTGenHash<const common::ORVO_String, ODMFidDefInt>* _nameTable;
+  // Where file reads make their definitions.
+  ODMFidDefPool* _fidDefPool;
   ODMFidDefInt* _fidDefs[kMaxFieldId + 1];
   ODMFidDefInt* _negFidDefs[-kMinFieldId + 1];  // slot = -id; slot 0 unused
   common::ORVO_Vector<ODMEnumTableInt*> _enumTables;
