@@ -12,8 +12,6 @@ bool isBlankChar(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n
 
 }  // namespace
 
-ORVO_String::ORVO_String() { becomeEmptyInline(); }
-
 void ORVO_String::becomeEmptyInline() {
   _data = _inline;
   _length = 0;
@@ -34,10 +32,6 @@ ORVO_String::ORVO_String(const ORVO_String& other) : ORVO_String() {
 
 ORVO_String::ORVO_String(ORVO_String&& other) noexcept : _data(nullptr), _length(0), _capacity(0) {
   *this = std::move(other);
-}
-
-ORVO_String::~ORVO_String() {
-  if (!isInline()) delete[] _data;
 }
 
 ORVO_String& ORVO_String::operator=(const ORVO_String& other) {
@@ -70,7 +64,7 @@ ORVO_String& ORVO_String::operator=(const char* text) {
   return *this;
 }
 
-void ORVO_String::set(const char* text, unsigned int length, bool /*flag*/) {
+void ORVO_String::setSlow(const char* text, unsigned int length) {
   if (text == nullptr) length = 0;
   assign(text, length);
 }

@@ -5,6 +5,8 @@
 #ifndef ORVO_COMMON_ORVO_STRING_H_
 #define ORVO_COMMON_ORVO_STRING_H_
 
+#include <cstring>
+
 #include "orvo/common/Types.h"
 
 namespace orvo {
@@ -12,21 +14,32 @@ namespace common {
 
 class ORVO_String {
  public:
-  ORVO_String();
+  ORVO_String() : _data(_inline), _length(0), _capacity(kInlineCapacity) { _inline[0] = '\0'; }
   // Copies `text`. A `length` of 0 measures the text up to its terminator;
   // otherwise at most `length` bytes are taken, stopping at a terminator.
   // `flag` is accepted for interface compatibility and has no effect.
   ORVO_String(const char* text, int length = 0, bool flag = false);
   ORVO_String(const ORVO_String& other);
   ORVO_String(ORVO_String&& other) noexcept;
-  ~ORVO_String();
+  ~ORVO_String() {
+    if (!isInline()) delete[] _data;
+  }
 
   ORVO_String& operator=(const ORVO_String& other);
   ORVO_String& operator=(ORVO_String&& other) noexcept;
   ORVO_String& operator=(const char* text);
 
   // Replaces the contents by exactly `length` bytes of `text`.
-  void set(const char* text, unsigned int length, bool flag = false);
+  void set(const char* text, unsigned int length, bool flag = false) {
+    // Short texts from elsewhere are the common case (dictionary names).
+    if (text != nullptr && length != 0 && length <= _capacity && !overlaps(text, length)) {
+      std::memcpy(_data, text, length);
+      _data[length] = '\0';
+      _length = length;
+      return;
+    }
+    setSlow(text, length);
+  }
 
   ORVO_String& append(const char* text);
   ORVO_String& append(const char* text, unsigned int length);
@@ -60,6 +73,10 @@ class ORVO_String {
   static constexpr unsigned int kInlineCapacity = 23;
 
   bool isInline() const { return _data == _inline; }
+  bool overlaps(const char* text, unsigned int length) const {
+    return text < _data + _capacity + 1 && text + length > _data;
+  }
+  void setSlow(const char* text, unsigned int length);
   void becomeEmptyInline();
 
   char* _data;  // _inline or a heap block of _capacity + 1 bytes
