@@ -58,6 +58,16 @@
 #include "orvo/data/FieldListWriteIterator.h"
 #include "orvo/data/WriteIteratorAttrib.h"
 
+// Message attributes and encoded messages.
+#include "orvo/message/AttribInfo.h"
+#include "orvo/message/EncodedMsg.h"
+#include "orvo/message/GroupID.h"
+#include "orvo/message/Manifest.h"
+#include "orvo/message/ManifestInt.h"
+#include "orvo/message/OwireEncodedMsg.h"
+#include "orvo/message/OwireEncodedMsgPool.h"
+#include "orvo/message/OwireUnencodedMsg.h"
+
 // Integrity diagnostics.
 #include "orvo/common/ExceptionFilter.h"
 #include "orvo/common/LogPath.h"
