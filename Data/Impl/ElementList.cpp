@@ -3,8 +3,8 @@
 #include <cstring>
 
 #include "Data/Impl/DataInt.h"
-#include "Data/Impl/ElementListInt.h"
 #include "Data/Impl/FailureFrame.h"
+#include "Data/Impl/ListFamily.h"
 #include "orvo/data/DataType.h"
 #include "orvo/data/ElementEntry.h"
 #include "orvo/data/ElementListReadIterator.h"
@@ -17,10 +17,11 @@ using common::UInt16;
 using common::UInt32;
 using common::UInt8;
 using internal::DataInt;
+using Family = internal::ElementListFamily;
 
 void freeAllSlots(OwfLocalElementSetDefDb* db) {
   std::memset(db, 0, sizeof(*db));
-  for (OwfElementSetDef& slot : db->definitions) slot.setId = OWF_SET_DEF_FREE;
+  internal::markSlotsFree(db);
 }
 
 }  // namespace
@@ -97,41 +98,28 @@ void ElementList::clear() {
   _defDbInUse = nullptr;
   _standardCount = 0;
   _defDb.memory = OwfBuffer{0, nullptr};
-  for (OwfElementSetDef& slot : _defDb.definitions) slot.setId = OWF_SET_DEF_FREE;
+  internal::markSlotsFree(&_defDb);
 }
 
 void ElementList::startDecode(OwfLocalElementSetDefDb* defDb, const ElementListDef* /*def*/) const {
   if (_encodeState != EncodeStateEncoded || _decoded) return;
-  clearDecodeIterator(&_decodeIter);
-  if (_majorVersion == 14) setDecodeIteratorVersion(&_decodeIter, _majorVersion, _minorVersion);
-  OwfBuffer* bytes = const_cast<OwfBuffer*>(&_encodedData);
-  if (setDecodeIteratorBuffer(&_decodeIter, bytes) < 0) {
-    internal::throwUsage(owireRetCodeToString(OWIRE_RET_FAILURE), _className, "startDecode");
-  }
-  const int ret = owireDecodeElementList(&_decodeIter, &_elementList, defDb);
-  if (ret < 0) internal::throwUsage(owireRetCodeToString(ret), _className, "startDecode");
+  internal::aimAtOwnBytes(&_decodeIter, _encodedData, _majorVersion, _minorVersion, _className);
+  const int ret = internal::decodeListHeader<Family>(&_decodeIter, &_elementList, defDb, _className,
+                                                     "startDecode");
   countStandardEntries(ret, _decodeIter);
   _decoded = true;
 }
 
 void ElementList::startDecodeSRI(OwfDecodeIterator* iter, OwfLocalElementSetDefDb* defDb,
                                  const void* /*unused*/) const {
-  const int ret = owireDecodeElementList(iter, &_elementList, defDb);
-  if (ret < 0) internal::throwUsage(owireRetCodeToString(ret), _className, "startDecodeSRI");
+  const int ret =
+      internal::decodeListHeader<Family>(iter, &_elementList, defDb, _className, "startDecodeSRI");
   countStandardEntries(ret, *iter);
   _decoded = true;
 }
 
 void ElementList::countStandardEntries(int ret, const OwfDecodeIterator& iter) const {
-  _standardCount = 0;
-  if (ret == OWIRE_RET_BLANK_DATA) return;
-  if (iter.decodingLevel < 0 || iter.decodingLevel >= OWIRE_MAX_LEVELS) return;
-  const OwfDecodeLevel& level = iter.levels[iter.decodingLevel];
-  _standardCount = level.itemCount;
-  if ((_elementList.flags & OWF_ELF_HAS_SET_DATA) && level.elementSetDef != nullptr) {
-    const UInt32 defined = level.elementSetDef->count;
-    _standardCount = defined < _standardCount ? _standardCount - defined : 0;
-  }
+  _standardCount = internal::standardEntryCount<Family>(ret, iter, _elementList);
 }
 
 }  // namespace data

@@ -1,10 +1,7 @@
 #include "orvo/data/ElementListDef.h"
 
-#include <algorithm>
-#include <cstring>
-
-#include "Data/Impl/ElementListDefInt.h"
 #include "Data/Impl/FailureFrame.h"
+#include "Data/Impl/ListFamily.h"
 
 namespace orvo {
 namespace data {
@@ -17,26 +14,8 @@ namespace {
 constexpr UInt8 kElementListDefType = 0;
 constexpr UInt16 kHighestSetId = 15;
 
-// Each row owns its name: length plus one bytes, terminated.
-OwfBuffer copyName(const OwfBuffer& name) {
-  OwfBuffer copy{name.length, new char[name.length + 1]};
-  if (name.length != 0) std::memcpy(copy.data, name.data, name.length);
-  copy.data[name.length] = '\0';
-  return copy;
-}
-
-void copyRows(const OwfElementSetDefEntry* from, UInt8 count, OwfElementSetDefEntry* to) {
-  for (UInt8 i = 0; i < count; ++i) {
-    to[i].name = copyName(from[i].name);
-    to[i].dataType = from[i].dataType;
-  }
-}
-
-// Frees every name of an owned array; rows never used hold none.
-void freeRows(OwfElementSetDefEntry* rows, UInt16 capacity) {
-  for (UInt16 i = 0; i < capacity; ++i) delete[] rows[i].name.data;
-  delete[] rows;
-}
+// Copying and freeing rows is shared with the other list definition.
+using Rows = internal::OwnedSetDefRows<internal::ElementListFamily>;
 
 }  // namespace
 
@@ -93,42 +72,15 @@ UInt8 ElementListDef::getContentMask() const {
 }
 
 void ElementListDef::copyFrom(const ElementListDef& other) {
-  const UInt16 capacity = std::max<UInt16>(other._defCapacity, other._setDef.count);
-  _setDef.setId = other._setDef.setId;
-  _setDef.count = other._setDef.count;
-  _setDef.entries = nullptr;
-  if (capacity != 0) {
-    _setDef.entries = new OwfElementSetDefEntry[capacity]();
-    copyRows(other._setDef.entries, other._setDef.count, _setDef.entries);
-  }
-  _defCapacity = capacity;
-  _ownsEntries = _setDef.entries != nullptr;
+  Rows(_setDef, _defCapacity, _ownsEntries).copyFrom(other._setDef, other._defCapacity);
   _idSet = other._idSet;
 }
 
 void ElementListDef::reserve(UInt16 newCapacity, bool keep) {
-  if (newCapacity <= _defCapacity) return;
-  OwfElementSetDefEntry* fresh = new OwfElementSetDefEntry[newCapacity]();
-  if (keep) {
-    copyRows(_setDef.entries, _setDef.count, fresh);
-  } else {
-    _setDef.count = 0;
-  }
-  if (_ownsEntries) freeRows(_setDef.entries, _defCapacity);
-  _setDef.entries = fresh;
-  _defCapacity = newCapacity;
-  _ownsEntries = true;
+  Rows(_setDef, _defCapacity, _ownsEntries).reserve(newCapacity, keep);
 }
 
-void ElementListDef::releaseEntries() {
-  if (!_ownsEntries) return;
-  freeRows(_setDef.entries, _defCapacity);
-  _setDef.setId = 0;
-  _setDef.count = 0;
-  _setDef.entries = nullptr;
-  _defCapacity = 0;
-  _ownsEntries = false;
-}
+void ElementListDef::releaseEntries() { Rows(_setDef, _defCapacity, _ownsEntries).release(); }
 
 }  // namespace data
 

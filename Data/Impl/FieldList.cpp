@@ -4,7 +4,7 @@
 
 #include "Data/Impl/DataInt.h"
 #include "Data/Impl/FailureFrame.h"
-#include "Data/Impl/FieldListInt.h"
+#include "Data/Impl/ListFamily.h"
 #include "orvo/data/DataType.h"
 #include "orvo/data/FieldEntry.h"
 #include "orvo/data/FieldListReadIterator.h"
@@ -17,10 +17,11 @@ using common::UInt16;
 using common::UInt32;
 using common::UInt8;
 using internal::DataInt;
+using Family = internal::FieldListFamily;
 
 void freeAllSlots(OwfLocalFieldSetDefDb* db) {
   std::memset(db, 0, sizeof(*db));
-  for (OwfFieldSetDef& slot : db->definitions) slot.setId = OWF_SET_DEF_FREE;
+  internal::markSlotsFree(db);
 }
 
 }  // namespace
@@ -103,41 +104,28 @@ void FieldList::clear() {
   _defDbInUse = nullptr;
   _standardCount = 0;
   _defDb.memory = OwfBuffer{0, nullptr};
-  for (OwfFieldSetDef& slot : _defDb.definitions) slot.setId = OWF_SET_DEF_FREE;
+  internal::markSlotsFree(&_defDb);
 }
 
 void FieldList::startDecode(OwfLocalFieldSetDefDb* defDb, const FieldListDef* /*def*/) const {
   if (_encodeState != EncodeStateEncoded || _decoded) return;
-  clearDecodeIterator(&_decodeIter);
-  if (_majorVersion == 14) setDecodeIteratorVersion(&_decodeIter, _majorVersion, _minorVersion);
-  OwfBuffer* bytes = const_cast<OwfBuffer*>(&_encodedData);
-  if (setDecodeIteratorBuffer(&_decodeIter, bytes) < 0) {
-    internal::throwUsage(owireRetCodeToString(OWIRE_RET_FAILURE), _className, "startDecode");
-  }
-  const int ret = owireDecodeFieldList(&_decodeIter, &_fieldList, defDb);
-  if (ret < 0) internal::throwUsage(owireRetCodeToString(ret), _className, "startDecode");
+  internal::aimAtOwnBytes(&_decodeIter, _encodedData, _majorVersion, _minorVersion, _className);
+  const int ret = internal::decodeListHeader<Family>(&_decodeIter, &_fieldList, defDb, _className,
+                                                     "startDecode");
   countStandardEntries(ret, _decodeIter);
   _decoded = true;
 }
 
 void FieldList::startDecodeSRI(OwfDecodeIterator* iter, OwfLocalFieldSetDefDb* defDb,
                                const void* /*unused*/) const {
-  const int ret = owireDecodeFieldList(iter, &_fieldList, defDb);
-  if (ret < 0) internal::throwUsage(owireRetCodeToString(ret), _className, "startDecodeSRI");
+  const int ret =
+      internal::decodeListHeader<Family>(iter, &_fieldList, defDb, _className, "startDecodeSRI");
   countStandardEntries(ret, *iter);
   _decoded = true;
 }
 
 void FieldList::countStandardEntries(int ret, const OwfDecodeIterator& iter) const {
-  _standardCount = 0;
-  if (ret == OWIRE_RET_BLANK_DATA) return;
-  if (iter.decodingLevel < 0 || iter.decodingLevel >= OWIRE_MAX_LEVELS) return;
-  const OwfDecodeLevel& level = iter.levels[iter.decodingLevel];
-  _standardCount = level.itemCount;
-  if ((_fieldList.flags & OWF_FLF_HAS_SET_DATA) && level.fieldSetDef != nullptr) {
-    const UInt32 defined = level.fieldSetDef->count;
-    _standardCount = defined < _standardCount ? _standardCount - defined : 0;
-  }
+  _standardCount = internal::standardEntryCount<Family>(ret, iter, _fieldList);
 }
 
 }  // namespace data

@@ -1,9 +1,7 @@
 #include "orvo/data/FieldListDef.h"
 
-#include <algorithm>
-
 #include "Data/Impl/FailureFrame.h"
-#include "Data/Impl/FieldListDefInt.h"
+#include "Data/Impl/ListFamily.h"
 
 namespace orvo {
 namespace data {
@@ -14,6 +12,9 @@ using common::UInt8;
 namespace {
 constexpr UInt8 kFieldListDefType = 1;
 constexpr UInt16 kHighestSetId = 15;
+
+// Copying and freeing rows is shared with the other list definition.
+using Rows = internal::OwnedSetDefRows<internal::FieldListFamily>;
 }  // namespace
 
 const common::ORVO_String FieldListDef::_className("FieldListDef");
@@ -70,43 +71,15 @@ UInt8 FieldListDef::getContentMask() const {
 
 // Leaves `_pDefDb` to the caller: copies differ on it.
 void FieldListDef::copyFrom(const FieldListDef& other) {
-  const UInt16 capacity = std::max<UInt16>(other._defCapacity, other._setDef.count);
-  _setDef.setId = other._setDef.setId;
-  _setDef.count = other._setDef.count;
-  _setDef.entries = nullptr;
-  if (capacity != 0) {
-    _setDef.entries = new OwfFieldSetDefEntry[capacity]();
-    std::copy(other._setDef.entries, other._setDef.entries + other._setDef.count, _setDef.entries);
-  }
-  _defCapacity = capacity;
-  _ownsEntries = _setDef.entries != nullptr;
+  Rows(_setDef, _defCapacity, _ownsEntries).copyFrom(other._setDef, other._defCapacity);
   _idSet = other._idSet;
 }
 
 void FieldListDef::reserve(UInt16 newCapacity, bool keep) {
-  if (newCapacity <= _defCapacity) return;
-  OwfFieldSetDefEntry* fresh = new OwfFieldSetDefEntry[newCapacity]();
-  if (keep) {
-    std::copy(_setDef.entries, _setDef.entries + _setDef.count, fresh);
-  } else {
-    _setDef.count = 0;
-  }
-  if (_ownsEntries) delete[] _setDef.entries;
-  _setDef.entries = fresh;
-  _defCapacity = newCapacity;
-  _ownsEntries = true;
+  Rows(_setDef, _defCapacity, _ownsEntries).reserve(newCapacity, keep);
 }
 
-// Rows viewed in a decoded container belong to it and are left alone.
-void FieldListDef::releaseEntries() {
-  if (!_ownsEntries) return;
-  delete[] _setDef.entries;
-  _setDef.setId = 0;
-  _setDef.count = 0;
-  _setDef.entries = nullptr;
-  _defCapacity = 0;
-  _ownsEntries = false;
-}
+void FieldListDef::releaseEntries() { Rows(_setDef, _defCapacity, _ownsEntries).release(); }
 
 }  // namespace data
 

@@ -36,16 +36,6 @@ class ElementListWriteIterator {
   void complete();
 
  private:
-  ElementList& list() const;
-  const OwfElementSetDef* definitionInUse() const;
-  void encodeElementListInit(OwfEncodeIterator* iter, OwfElementList* record,
-                             OwfLocalElementSetDefDb* defDb);
-  void encodeElementEntryInit(OwfEncodeIterator* iter, OwfElementEntry* entry, const char* method);
-  void encodeElementEntry(OwfEncodeIterator* iter, OwfElementEntry* entry,
-                          const common::UInt8* value, const char* method);
-  void closeOpenEntry(OwfEncodeIterator* iter, const char* method);
-  void requireStarted(const char* text, const char* method) const;
-
   WriteIteratorAttrib _attrib;
   common::UInt16 _definedBound;
 

@@ -43,16 +43,6 @@ class FieldListWriteIterator {
   void complete();
 
  private:
-  FieldList& list() const;
-  const OwfFieldSetDef* definitionInUse() const;
-  void encodeFieldListInit(OwfEncodeIterator* iter, OwfFieldList* record,
-                           OwfLocalFieldSetDefDb* defDb);
-  void encodeFieldEntryInit(OwfEncodeIterator* iter, OwfFieldEntry* entry, const char* method);
-  void encodeFieldEntry(OwfEncodeIterator* iter, OwfFieldEntry* entry, const common::UInt8* value,
-                        const char* method);
-  void closeOpenEntry(OwfEncodeIterator* iter, const char* method);
-  void requireStarted(const char* text, const char* method) const;
-
   WriteIteratorAttrib _attrib;
   common::UInt16 _definedBound;
 
