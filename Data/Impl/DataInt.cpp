@@ -12,6 +12,8 @@
 #include "orvo/data/ElementList.h"
 #include "orvo/data/FieldList.h"
 #include "orvo/data/NoData.h"
+#include "orvo/message/RespMsg.h"
+#include "orvo/message/RespMsgInt.h"
 
 namespace orvo {
 namespace internal {
@@ -25,6 +27,8 @@ static_assert(sizeof(NoData) == NoData::kMorphStorageBytes, "NoData storage size
 static_assert(sizeof(data::DataBuffer) <= sizeof(NoData), "a DataBuffer must fit a NoData");
 static_assert(sizeof(data::FieldList) <= sizeof(NoData), "a FieldList must fit a NoData");
 static_assert(sizeof(data::ElementList) <= sizeof(NoData), "an ElementList must fit a NoData");
+static_assert(sizeof(message::RespMsg) <= sizeof(NoData), "a RespMsg must fit a NoData");
+static_assert(sizeof(message::RespMsgInt) <= sizeof(NoData), "a RespMsgInt must fit a NoData");
 
 constexpr UInt32 kSmallestEncodeBuffer = 16;
 
@@ -48,6 +52,16 @@ void morphTo(Data* data, UInt8 targetType) {
   const bool managed = DataInt::managed(data);
   DataInt::destroyDataObject(data);
   new (data) Target(managed);
+}
+
+void morphToMsg(Data* data, UInt8 msgType) {
+  switch (msgType) {
+    case Msg::RespMsgEnum:
+      message::RespMsgInt::shallowReConstructor(data, msgType);
+      return;
+    default:
+      failMorph();
+  }
 }
 
 }  // namespace
@@ -82,7 +96,7 @@ void DataInt::destroyDataObject(Data* data) {
   }
 }
 
-void DataInt::shallowMorph(Data* data, UInt8 dataType, UInt8 /*msgType*/) {
+void DataInt::shallowMorph(Data* data, UInt8 dataType, UInt8 msgType) {
   switch (dataType) {
     case 0:
     case data::NoDataEnum:
@@ -96,6 +110,9 @@ void DataInt::shallowMorph(Data* data, UInt8 dataType, UInt8 /*msgType*/) {
       return;
     case data::DataBufferEnum:
       morphTo<data::DataBuffer>(data, data::DataBufferEnum);
+      return;
+    case data::MsgEnum:
+      morphToMsg(data, msgType);
       return;
     default:
       failMorph();

@@ -68,6 +68,11 @@
 #include "orvo/message/OwireEncodedMsgPool.h"
 #include "orvo/message/OwireUnencodedMsg.h"
 
+// Response messages.
+#include "orvo/message/RespMsg.h"
+#include "orvo/message/RespMsgInt.h"
+#include "orvo/message/RespMsgTranslator.h"
+
 // Integrity diagnostics.
 #include "orvo/common/ExceptionFilter.h"
 #include "orvo/common/LogPath.h"
