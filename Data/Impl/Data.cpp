@@ -64,6 +64,7 @@ void Data::setEncodedBuffer(const Buffer& buffer) {
   }
   _encodedData.length = size;
   _encodeState = EncodeStateEncoded;
+  internal::DataInt::unbindEncodeIterator(this);
 }
 
 void Data::setAssociatedMetaInfo(UInt8 major, UInt8 minor) {

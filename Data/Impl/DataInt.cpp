@@ -146,6 +146,7 @@ void DataInt::setEncodedLite(Data* data, const OwfBuffer& encoded) {
   }
   data->_decoded = false;
   data->_encodeState = Data::EncodeStateEncoded;
+  unbindEncodeIterator(data);
 }
 
 void DataInt::prepareForEncode(Data* data, UInt32 size) {

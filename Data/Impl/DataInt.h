@@ -34,6 +34,13 @@ class DataInt {
   // Doubles the root's buffer and moves what `iter` has written into it.
   static void reallocateEncodeBuffer(Data* root, OwfEncodeIterator* iter);
 
+  // Forgets a write in progress: the object now holds complete bytes, and a
+  // binding left by clear() must not measure them.
+  static void unbindEncodeIterator(Data* data) {
+    data->_encodeIter.buffer = nullptr;
+    data->_iterBound = false;
+  }
+
   // The outermost object whose buffer receives the bytes of `data`.
   static Data* findRoot(Data* data);
 

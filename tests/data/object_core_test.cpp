@@ -91,6 +91,20 @@ TEST(DataTest, SetEncodedBufferKeepsTheDecodedFlagButSetEncodedLiteResetsIt) {
   EXPECT_EQ(reinterpret_cast<char*>(bytes), DataInt::encodedData(&d).data);
 }
 
+TEST(DataTest, NewBytesAfterClearAreMeasuredByTheirLength) {
+  char first[8] = {1, 2, 3, 4, 5, 6, 7, 8};
+  char second[3] = {9, 9, 9};
+  RawData d(data::FieldListEnum, false);
+  DataInt::setEncodedLite(&d, OwfBuffer{8, first});
+  d.clear();  // binds the encode iterator to the viewed bytes
+  DataInt::setEncodedLite(&d, OwfBuffer{3, second});
+  EXPECT_EQ(3, d.getEncodedBuffer().size());
+  d.clear();
+  d.setEncodedBuffer(Buffer(reinterpret_cast<unsigned char*>(first), 8, 8, false));
+  EXPECT_EQ(8, d.getEncodedBuffer().size());
+  EXPECT_EQ(reinterpret_cast<unsigned char*>(first), d.getEncodedBuffer().c_buf());
+}
+
 TEST(DataTest, ManagedEntryDataIsCopied) {
   char bytes[4] = {1, 2, 3, 4};
   RawData d(data::SeriesEnum, true);
