@@ -182,6 +182,7 @@ void AttribInfo::releaseAttribImage() {
   DataInt::encodedData(&own).data = nullptr;
   DataInt::decoded(&own) = false;
   DataInt::encodeState(&own) = Data::EncodeStateNone;
+  own.clear();  // drops a header decoded from the freed bytes
 }
 
 Data& AttribInfo::storage() { return *std::launder(reinterpret_cast<Data*>(_attribStorage)); }

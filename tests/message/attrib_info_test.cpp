@@ -8,6 +8,7 @@
 #include "orvo/data/DataType.h"
 #include "orvo/data/ElementList.h"
 #include "orvo/data/FieldList.h"
+#include "orvo/data/FieldListReadIterator.h"
 #include "orvo/message/AttribInfo.h"
 
 namespace orvo {
@@ -260,4 +261,29 @@ TEST(AttribInfoTest, CloneOfManagedObjectSurvivesTheOriginal) {
 }
 
 }  // namespace
+}  // namespace orvo
+
+namespace orvo {
+namespace message {
+namespace {
+
+// After clear() the storage must not keep a header decoded from the bytes it
+// has just freed: reading it again sees an empty list.
+TEST(AttribInfoClearTest, ReadingTheStorageAfterClearSeesNoEntries) {
+  AttribInfo info(true);
+  data::FieldList source(false);
+  source.setEncodedBuffer(listBytes());
+  info.setAttrib(source);
+  const auto& stored = static_cast<const data::FieldList&>(info.getAttrib());
+  data::FieldListReadIterator first;
+  first.start(stored);  // decodes the header of the owned copy
+  info.clear();
+  data::FieldListReadIterator again;
+  again.start(stored);
+  EXPECT_TRUE(again.off());
+  EXPECT_TRUE(stored.isBlank());
+}
+
+}  // namespace
+}  // namespace message
 }  // namespace orvo
