@@ -173,22 +173,14 @@ inline void setBuf(OwfBuffer* b, const char* data, UInt32 len) {
 }
 
 // The bytes of the value the iterator stands on: from curPos to the end of
-// the top buffer, of the entry decoded last, or of the summary data.
+// the top buffer, or to entryEnd, the end of the entry decoded last (a header
+// with summary data sets it to the summary's end).
 inline int valueRange(const OwfDecodeIterator* it, const char** start, const char** end) {
   if (it == nullptr) return OWIRE_RET_INVALID_ARGUMENT;
   const int L = it->decodingLevel;
   if (L < -1 || L >= OWIRE_MAX_LEVELS) return OWIRE_RET_INVALID_ARGUMENT;
   const char* s = it->curPos;
-  const char* e;
-  if (L < 0) {
-    e = it->levels[0].endPos;
-  } else {
-    const OwfDecodeLevel& lv = it->levels[L];
-    if (lv.summaryPos != nullptr && s == lv.summaryPos && lv.summaryLength != 0)
-      e = lv.summaryPos + lv.summaryLength;
-    else
-      e = lv.entryEnd;
-  }
+  const char* e = L < 0 ? it->levels[0].endPos : it->levels[L].entryEnd;
   if (s == nullptr || e == nullptr) {
     if (s != e) return OWIRE_RET_INVALID_ARGUMENT;
   } else if (e < s) {

@@ -37,9 +37,11 @@ int toReal(OwfReal* real, double d, UInt8 hint) {
   else if (hint <= 21) scaled = d / kPow10[hint - 14];
   else scaled = std::ldexp(d, hint - 22);
   scaled = std::nearbyint(scaled);
+  // Out of the mantissa's range at this hint: the value has no form here, which
+  // is a blank result, not a failure of the call.
   if (!(scaled >= -9223372036854775808.0 && scaled < 9223372036854775808.0)) {
     *real = OwfReal{1, hint, 0};
-    return OWIRE_RET_INVALID_DATA;
+    return OWIRE_RET_SUCCESS;
   }
   *real = OwfReal{0, hint, static_cast<Int64>(scaled)};
   return OWIRE_RET_SUCCESS;

@@ -348,6 +348,7 @@ int keyedDecode(OwfDecodeIterator* it, const Kind& k, KeyedHeader* h) {
     lv->summaryPos = h->summary.data;
     lv->summaryLength = h->summary.length;
     it->curPos = h->summary.data;  // the summary can be decoded at once
+    lv->entryEnd = h->summary.data + h->summary.length;
   } else {
     it->curPos = p;
   }

@@ -227,14 +227,87 @@ TEST(OwirePrimitive, RealConversions) {
   double back;
   EXPECT_EQ(OWIRE_RET_SUCCESS, owireRealToDouble(&back, &r));
   EXPECT_EQ(2.75, back);
-  d = 1e300;
-  EXPECT_EQ(OWIRE_RET_INVALID_DATA, owireDoubleToReal(&r, &d, 0));
-  EXPECT_EQ(1, r.isBlank);
   d = HUGE_VAL;
   EXPECT_EQ(OWIRE_RET_SUCCESS, owireDoubleToReal(&r, &d, 14));
   EXPECT_EQ(33, r.hint);
   d = 1;
   EXPECT_GT(0, owireDoubleToReal(&r, &d, 31));
+}
+
+// A value whose mantissa does not fit 64 bits at the hint is blank, and the
+// call itself succeeds; only a bad argument fails.
+TEST(OwirePrimitive, RealConversionOutOfRangeIsBlankNotFailure) {
+  struct Case {
+    double value;
+    UInt8 hint;
+  };
+  for (const Case c :
+       {Case{1e300, 0}, Case{-1e300, 14}, Case{1e19, 14}, Case{-1e5, 0}, Case{1e300, 30}}) {
+    OwfReal r{0, 99, 42};
+    EXPECT_EQ(OWIRE_RET_SUCCESS, owireDoubleToReal(&r, &c.value, c.hint)) << c.value;
+    EXPECT_EQ(1, r.isBlank) << c.value << " at " << int{c.hint};
+    EXPECT_EQ(0, r.value);
+  }
+  float f = 3e38f;
+  OwfReal r{0, 0, 7};
+  EXPECT_EQ(OWIRE_RET_SUCCESS, owireFloatToReal(&r, &f, 0));
+  EXPECT_EQ(1, r.isBlank);
+  f = -3e38f;
+  EXPECT_EQ(OWIRE_RET_SUCCESS, owireFloatToReal(&r, &f, 14));
+  EXPECT_EQ(1, r.isBlank);
+
+  // The edges of the mantissa: the largest power of two below 2^63 fits,
+  // 2^63 does not; -2^63 fits.
+  double d = 4611686018427387904.0;  // 2^62
+  EXPECT_EQ(OWIRE_RET_SUCCESS, owireDoubleToReal(&r, &d, 14));
+  EXPECT_EQ(0, r.isBlank);
+  EXPECT_EQ(INT64_C(4611686018427387904), r.value);
+  d = 9223372036854775808.0;  // 2^63
+  EXPECT_EQ(OWIRE_RET_SUCCESS, owireDoubleToReal(&r, &d, 14));
+  EXPECT_EQ(1, r.isBlank);
+  d = -9223372036854775808.0;
+  EXPECT_EQ(OWIRE_RET_SUCCESS, owireDoubleToReal(&r, &d, 14));
+  EXPECT_EQ(0, r.isBlank);
+  EXPECT_EQ(INT64_MIN, r.value);
+
+  // The same value fits at a coarser hint.
+  d = 1e300;
+  EXPECT_EQ(OWIRE_RET_SUCCESS, owireDoubleToReal(&r, &d, 21));
+  EXPECT_EQ(1, r.isBlank);
+  d = 1e20;
+  EXPECT_EQ(OWIRE_RET_SUCCESS, owireDoubleToReal(&r, &d, 21));
+  EXPECT_EQ(0, r.isBlank);
+  EXPECT_EQ(INT64_C(10000000000000), r.value);
+
+  // A bad hint or a missing argument is still a failure.
+  d = 1e300;
+  EXPECT_EQ(OWIRE_RET_INVALID_ARGUMENT, owireDoubleToReal(&r, &d, 32));
+  EXPECT_EQ(OWIRE_RET_INVALID_ARGUMENT, owireDoubleToReal(&r, nullptr, 0));
+  EXPECT_EQ(OWIRE_RET_INVALID_ARGUMENT, owireFloatToReal(nullptr, &f, 0));
+}
+
+// Infinities and not-a-number have their own hints: they convert to those and
+// read back as the same value.
+TEST(OwirePrimitive, RealConversionOfNonFiniteValuesUsesTheirHints) {
+  struct Case {
+    double value;
+    UInt8 hint;
+  };
+  for (const Case c : {Case{HUGE_VAL, 33}, Case{-HUGE_VAL, 34}, Case{std::nan(""), 35}}) {
+    OwfReal r{1, 0, 5};
+    EXPECT_EQ(OWIRE_RET_SUCCESS, owireDoubleToReal(&r, &c.value, 10));
+    EXPECT_EQ(0, r.isBlank);
+    EXPECT_EQ(c.hint, r.hint);
+    double back = 0;
+    EXPECT_EQ(OWIRE_RET_SUCCESS, owireRealToDouble(&back, &r));
+    if (std::isnan(c.value))
+      EXPECT_TRUE(std::isnan(back));
+    else
+      EXPECT_EQ(c.value, back);
+    const float f = static_cast<float>(c.value);
+    EXPECT_EQ(OWIRE_RET_SUCCESS, owireFloatToReal(&r, &f, 0));
+    EXPECT_EQ(c.hint, r.hint);
+  }
 }
 
 TEST(OwirePrimitive, DateTimeAndBlanks) {
@@ -532,4 +605,74 @@ TEST(OwireRetCode, TextForEveryCode) {
   }
   EXPECT_STREQ("Buffer too small", owireRetCodeToString(OWIRE_RET_BUFFER_TOO_SMALL));
   EXPECT_STRNE(owireRetCodeToString(OWIRE_RET_FAILURE), owireRetCodeToString(OWIRE_RET_INVALID_DATA));
+}
+
+namespace {
+
+// Encodes a field list of `values` (field ids 1, 2, ...) and returns its bytes.
+std::string integerList(UInt8 type, const std::vector<UInt64>& values) {
+  Enc e;
+  OwfFieldList list{};
+  list.flags = OWF_FLF_HAS_STANDARD_DATA;
+  EXPECT_EQ(OWIRE_RET_SUCCESS, owireEncodeFieldListInit(&e.it, &list, nullptr, 0));
+  Int16 fid = 1;
+  for (UInt64 v : values) {
+    OwfFieldEntry entry{fid++, type, {0, nullptr}};
+    OwfReal real{0, 12, static_cast<Int64>(v)};
+    const void* value = type == 8 ? static_cast<const void*>(&real) : &v;
+    EXPECT_EQ(OWIRE_RET_SUCCESS, owireEncodeFieldEntry(&e.it, &entry, value));
+  }
+  EXPECT_EQ(OWIRE_RET_SUCCESS, owireEncodeFieldListComplete(&e.it, true));
+  return e.bytes();
+}
+
+}  // namespace
+
+// Integer contents of every width, each followed by other entries' bytes or by
+// the very end of the buffer (an exact-size copy, so that a read past the end
+// is caught), read back through the iterator.
+TEST(OwirePrimitive, IntegerContentsOfEveryWidthReadBackInsideAndAtTheEnd) {
+  std::vector<UInt64> values;
+  for (int bytes = 1; bytes <= 8; ++bytes) {
+    const UInt64 top = bytes == 8 ? ~UInt64{0} : (UInt64{1} << (8 * bytes)) - 1;
+    values.push_back(top);       // all ones: the widest of this width
+    values.push_back(top >> 1);  // the largest positive signed value
+    values.push_back((top >> 1) + 1);
+  }
+  for (const UInt8 type : {UInt8{3}, UInt8{4}, UInt8{8}}) {
+    // Every value last once, and all of them in one list.
+    std::vector<std::vector<UInt64>> lists{values};
+    for (UInt64 v : values) lists.push_back({v});
+    for (const auto& content : lists) {
+      const std::string bytes = integerList(type, content);
+      std::unique_ptr<char[]> exact(new char[bytes.size()]);
+      std::memcpy(exact.get(), bytes.data(), bytes.size());
+      OwfBuffer in{static_cast<UInt32>(bytes.size()), exact.get()};
+      OwfDecodeIterator it;
+      clearDecodeIterator(&it);
+      ASSERT_EQ(0, setDecodeIteratorBuffer(&it, &in));
+      OwfFieldList list;
+      ASSERT_EQ(OWIRE_RET_SUCCESS, owireDecodeFieldList(&it, &list, nullptr));
+      OwfFieldEntry entry;
+      for (UInt64 want : content) {
+        ASSERT_EQ(OWIRE_RET_SUCCESS, owireDecodeFieldEntry(&it, &entry));
+        if (type == 4) {
+          UInt64 got = 0;
+          ASSERT_EQ(OWIRE_RET_SUCCESS, owireDecodeUInt(&it, &got));
+          EXPECT_EQ(want, got);
+        } else if (type == 3) {
+          Int64 got = 0;
+          ASSERT_EQ(OWIRE_RET_SUCCESS, owireDecodeInt(&it, &got));
+          EXPECT_EQ(static_cast<Int64>(want), got);
+        } else {
+          OwfReal got{1, 0, 0};
+          ASSERT_EQ(OWIRE_RET_SUCCESS, owireDecodeReal(&it, &got));
+          EXPECT_EQ(0, got.isBlank);
+          EXPECT_EQ(12, got.hint);
+          EXPECT_EQ(static_cast<Int64>(want), got.value);
+        }
+      }
+      EXPECT_EQ(OWIRE_RET_END_OF_CONTAINER, owireDecodeFieldEntry(&it, &entry));
+    }
+  }
 }
