@@ -30,7 +30,7 @@ class ORVO_String {
   ORVO_String& operator=(const char* text);
 
   // Replaces the contents by exactly `length` bytes of `text`.
-  void set(const char* text, unsigned int length, bool flag = false) {
+  void set(const char* text, unsigned int length, bool /*flag*/ = false) {
     // Short texts from elsewhere are the common case (dictionary names).
     if (text != nullptr && length != 0 && length <= _capacity && !overlaps(text, length)) {
       std::memcpy(_data, text, length);
