@@ -492,19 +492,29 @@ int owireEncodeSeriesEntryComplete(OwfEncodeIterator* iter, bool success) {
   return entryComplete(iter, 138, success);
 }
 
+namespace {
+
+// Series and vectors share one header record layout.
+template <class Record>
+int decodeSeriesLike(OwfDecodeIterator* iter, const Kind& kind, Record* out) {
+  KeyedHeader h;
+  const int ret = keyedDecode(iter, kind, &h);
+  std::memset(out, 0, sizeof *out);
+  if (ret != OWIRE_RET_SUCCESS) return ret;
+  out->flags = h.flags;
+  out->containerType = h.containerType;
+  out->encSetDefs = h.setDefs;
+  out->encSummaryData = h.summary;
+  out->totalCountHint = h.hint;
+  out->encEntries = h.entries;
+  return OWIRE_RET_SUCCESS;
+}
+
+}  // namespace
+
 int owireDecodeSeries(OwfDecodeIterator* iter, OwfSeries* series) {
   if (iter == nullptr || series == nullptr) return OWIRE_RET_INVALID_ARGUMENT;
-  KeyedHeader h;
-  const int ret = keyedDecode(iter, kSeries, &h);
-  std::memset(series, 0, sizeof *series);
-  if (ret != OWIRE_RET_SUCCESS) return ret;
-  series->flags = h.flags;
-  series->containerType = h.containerType;
-  series->encSetDefs = h.setDefs;
-  series->encSummaryData = h.summary;
-  series->totalCountHint = h.hint;
-  series->encEntries = h.entries;
-  return OWIRE_RET_SUCCESS;
+  return decodeSeriesLike(iter, kSeries, series);
 }
 
 int owireDecodeSeriesEntry(OwfDecodeIterator* iter, OwfSeriesEntry* entry) {
@@ -560,17 +570,7 @@ int owireEncodeVectorEntryComplete(OwfEncodeIterator* iter, bool success) {
 
 int owireDecodeVector(OwfDecodeIterator* iter, OwfVector* vector) {
   if (iter == nullptr || vector == nullptr) return OWIRE_RET_INVALID_ARGUMENT;
-  KeyedHeader h;
-  const int ret = keyedDecode(iter, kVector, &h);
-  std::memset(vector, 0, sizeof *vector);
-  if (ret != OWIRE_RET_SUCCESS) return ret;
-  vector->flags = h.flags;
-  vector->containerType = h.containerType;
-  vector->encSetDefs = h.setDefs;
-  vector->encSummaryData = h.summary;
-  vector->totalCountHint = h.hint;
-  vector->encEntries = h.entries;
-  return OWIRE_RET_SUCCESS;
+  return decodeSeriesLike(iter, kVector, vector);
 }
 
 int owireDecodeVectorEntry(OwfDecodeIterator* iter, OwfVectorEntry* entry) {
