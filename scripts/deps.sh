@@ -4,7 +4,7 @@
 orvo_install_deps() {
   local wanted=(cmake ninja-build g++ clang libclang-rt-14-dev pkg-config libgtest-dev
                 libgmock-dev libbenchmark-dev libprotobuf-dev protobuf-compiler
-                libflatbuffers-dev flatbuffers-compiler)
+                libflatbuffers-dev flatbuffers-compiler nlohmann-json3-dev)
   local missing=()
   for p in "${wanted[@]}"; do
     dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
