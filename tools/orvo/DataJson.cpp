@@ -103,20 +103,36 @@ void requireObject(const Json& j, const std::string& path) {
   if (!j.is_object()) bad(path, "an object is expected");
 }
 
-bool isValidUtf8Text(const char* p, std::size_t n) {
+// Well-formed UTF-8 as JSON requires it: no overlong forms, no surrogates,
+// nothing above U+10FFFF; NUL is refused too, to keep texts printable.
+bool isValidUtf8Text(const char* text, std::size_t n) {
+  const auto* p = reinterpret_cast<const unsigned char*>(text);
   for (std::size_t i = 0; i < n;) {
-    const unsigned char c = static_cast<unsigned char>(p[i]);
+    const unsigned char c = p[i];
     if (c == 0) return false;
-    std::size_t more = c < 0x80         ? 0
-                       : (c >> 5) == 6  ? 1
-                       : (c >> 4) == 14 ? 2
-                       : (c >> 3) == 30 ? 3
-                                        : 9;
-    if (more == 9 || i + more >= n + (more == 0 ? 1 : 0)) {
-      if (more != 0) return false;
+    if (c < 0x80) {
+      ++i;
+      continue;
     }
-    for (std::size_t k = 1; k <= more; ++k) {
-      if (i + k >= n || (static_cast<unsigned char>(p[i + k]) >> 6) != 2) return false;
+    std::size_t more;
+    unsigned char low = 0x80, high = 0xBF;  // bounds of the second byte
+    if (c >= 0xC2 && c <= 0xDF) {
+      more = 1;
+    } else if (c >= 0xE0 && c <= 0xEF) {
+      more = 2;
+      if (c == 0xE0) low = 0xA0;
+      if (c == 0xED) high = 0x9F;
+    } else if (c >= 0xF0 && c <= 0xF4) {
+      more = 3;
+      if (c == 0xF0) low = 0x90;
+      if (c == 0xF4) high = 0x8F;
+    } else {
+      return false;
+    }
+    if (n - i <= more) return false;
+    if (p[i + 1] < low || p[i + 1] > high) return false;
+    for (std::size_t k = 2; k <= more; ++k) {
+      if ((p[i + k] & 0xC0) != 0x80) return false;
     }
     i += more + 1;
   }
@@ -167,7 +183,8 @@ Json textIfExact(const Record& record, UInt8 type, Parse parse) {
 Json realJson(const OwfReal& real) {
   OwfReal canonical{};
   canonical.hint = real.hint;
-  canonical.value = real.value;
+  // Infinity and not-a-number carry no value on the wire.
+  canonical.value = real.hint >= 33 ? 0 : real.value;
   Json text = textIfExact(canonical, 8, owireNumericStringToReal);
   if (!text.is_null()) return text;
   return Json{{"mantissa", real.value}, {"hint", real.hint}};
@@ -458,19 +475,20 @@ std::string encodePrimitive(const Json& j, UInt8 type, const std::string& path) 
 // Entry values: the JSON of an entry carries its data under "value".
 
 // Pre-encoded bytes of an entry's value, or a primitive to hand over as a
-// value record.
+// value record. Only list entries take a value record; the entries of the
+// other containers carry bytes whatever their type.
 struct EntryValue {
   std::string bytes;
   std::unique_ptr<PrimitiveValue> primitive;
 
   EntryValue(const Json& entry, UInt8 type, const FieldNames& names, const std::string& path,
-             const SetDefinitions* sets = nullptr) {
+             const SetDefinitions* sets, bool primitiveAsRecord) {
     const auto it = entry.find("value");
     if (it == entry.end()) {
       if (entry.contains("hex")) bytes = bytesFrom(entry, path);
       return;
     }
-    if (isContainer(type) || type == kNoData) {
+    if (isContainer(type) || type == kNoData || !primitiveAsRecord) {
       bytes = encodeData(*it, type, names, path + ".value", sets);
     } else {
       primitive.reset(new PrimitiveValue(*it, baseType(type), path + ".value"));
@@ -545,7 +563,7 @@ struct SetDefinitions {
       for (std::size_t r = 0; r < rows.size(); ++r) {
         const std::string rowPath = at + ".entries[" + std::to_string(r) + "]";
         const UInt8 type = typeCode(required(rows[r], "type", rowPath), rowPath + ".type");
-        if (containerType == kFieldList) {
+        if (containerType != kElementList) {
           fieldRows[setId].push_back(
               OwfFieldSetDefEntry{fieldIdOf(rows[r], fieldNames, rowPath), type});
         } else {
@@ -554,7 +572,7 @@ struct SetDefinitions {
           elementRows[setId].push_back(OwfElementSetDefEntry{view(*names.back()), type});
         }
       }
-      if (containerType == kFieldList) {
+      if (containerType != kElementList) {
         fields.definitions[setId] =
             OwfFieldSetDef{setId, static_cast<UInt8>(rows.size()), fieldRows[setId].data()};
       } else {
@@ -720,16 +738,25 @@ Json decodeArray(OwfDecodeIterator* it, const FieldNames& names) {
 // What Map, Series and Vector share: set definitions, summary data and the
 // count hint, read in the order they travel.
 struct KeyedParts {
+  static_assert(OWF_MPF_HAS_SET_DEFS == OWF_SEF_HAS_SET_DEFS &&
+                    OWF_SEF_HAS_SET_DEFS == OWF_VTF_HAS_SET_DEFS &&
+                    OWF_MPF_HAS_SUMMARY_DATA == OWF_SEF_HAS_SUMMARY_DATA &&
+                    OWF_SEF_HAS_SUMMARY_DATA == OWF_VTF_HAS_SUMMARY_DATA,
+                "keyed header flags");
+  static constexpr UInt8 kHasSetDefs = OWF_MPF_HAS_SET_DEFS;
+  static constexpr UInt8 kHasSummary = OWF_MPF_HAS_SUMMARY_DATA;
+
   std::unique_ptr<OwfLocalFieldSetDefDb> fieldSets;
   std::unique_ptr<OwfLocalElementSetDefDb> elementSets;
   std::unique_ptr<char[]> memory;
 
-  void read(OwfDecodeIterator* it, Json& obj, UInt8 flags, UInt8 hasSetDefs, UInt8 containerType,
+  // The set definition and summary flags are 0x01 and 0x02 in all three.
+  void read(OwfDecodeIterator* it, Json& obj, UInt8 flags, UInt8 containerType,
             const OwfBuffer& summary, bool hasCountHint, UInt32 countHint,
             const FieldNames& names) {
     obj["containerType"] = typeName(containerType);
-    if (flags & hasSetDefs) readSetDefs(it, obj, containerType, names);
-    if (summary.length != 0) {
+    if (flags & kHasSetDefs) readSetDefs(it, obj, containerType, names);
+    if (flags & kHasSummary) {
       obj["summary"] =
           decodeData(summary, containerType, names, fieldSets.get(), elementSets.get());
     }
@@ -772,7 +799,7 @@ Json decodeMap(OwfDecodeIterator* it, const FieldNames& names) {
   if (map.flags & OWF_MPF_HAS_KEY_FIELD_ID) obj["keyFieldId"] = map.keyFieldId;
   if (map.flags & OWF_MPF_HAS_PER_ENTRY_PERM_DATA) obj["perEntryPermData"] = true;
   KeyedParts parts;
-  parts.read(it, obj, map.flags, OWF_MPF_HAS_SET_DEFS, map.containerType, map.encSummaryData,
+  parts.read(it, obj, map.flags, map.containerType, map.encSummaryData,
              map.flags & OWF_MPF_HAS_TOTAL_COUNT_HINT, map.totalCountHint, names);
   obj["entries"] = Json::array();
   OwfMapEntry e;
@@ -797,9 +824,8 @@ Json decodeSeries(OwfDecodeIterator* it, const FieldNames& names) {
   if (ret != OWIRE_RET_SUCCESS) return failure(ret);
   Json obj = Json::object();
   KeyedParts parts;
-  parts.read(it, obj, series.flags, OWF_SEF_HAS_SET_DEFS, series.containerType,
-             series.encSummaryData, series.flags & OWF_SEF_HAS_TOTAL_COUNT_HINT,
-             series.totalCountHint, names);
+  parts.read(it, obj, series.flags, series.containerType, series.encSummaryData,
+             series.flags & OWF_SEF_HAS_TOTAL_COUNT_HINT, series.totalCountHint, names);
   obj["entries"] = Json::array();
   OwfSeriesEntry e;
   while ((ret = owireDecodeSeriesEntry(it, &e)) == OWIRE_RET_SUCCESS) {
@@ -819,9 +845,8 @@ Json decodeVector(OwfDecodeIterator* it, const FieldNames& names) {
   if (vector.flags & OWF_VTF_HAS_PER_ENTRY_PERM_DATA) obj["perEntryPermData"] = true;
   if (vector.flags & OWF_VTF_SUPPORTS_SORTING) obj["sortable"] = true;
   KeyedParts parts;
-  parts.read(it, obj, vector.flags, OWF_VTF_HAS_SET_DEFS, vector.containerType,
-             vector.encSummaryData, vector.flags & OWF_VTF_HAS_TOTAL_COUNT_HINT,
-             vector.totalCountHint, names);
+  parts.read(it, obj, vector.flags, vector.containerType, vector.encSummaryData,
+             vector.flags & OWF_VTF_HAS_TOTAL_COUNT_HINT, vector.totalCountHint, names);
   obj["entries"] = Json::array();
   OwfVectorEntry e;
   while ((ret = owireDecodeVectorEntry(it, &e)) == OWIRE_RET_SUCCESS) {
@@ -848,14 +873,15 @@ UInt16 listFlag(const Json& obj, const char* key, UInt16 flag) {
 template <class Entry, class Fill>
 std::vector<std::unique_ptr<EntryValue>> entryValues(const Json& rows, const std::string& path,
                                                      Fill typeOf, const FieldNames& names,
-                                                     std::vector<Entry>* records) {
+                                                     std::vector<Entry>* records,
+                                                     bool primitiveAsRecord = true) {
   std::vector<std::unique_ptr<EntryValue>> values;
   for (std::size_t k = 0; k < rows.size(); ++k) {
     const std::string at = path + "[" + std::to_string(k) + "]";
     requireObject(rows[k], at);
     Entry record{};
     const UInt8 type = typeOf(rows[k], at, &record);
-    values.emplace_back(new EntryValue(rows[k], type, names, at));
+    values.emplace_back(new EntryValue(rows[k], type, names, at, nullptr, primitiveAsRecord));
     record.encData = values.back()->encoded();
     records->push_back(record);
   }
@@ -1014,7 +1040,7 @@ std::string encodeFilterList(const Json& obj, const FieldNames& names, const std
         }
         return e->containerType;
       },
-      names, &records);
+      names, &records, false);
   return encodeGrowing(
       [&](OwfEncodeIterator* it) {
         ORVO_TRY(owireEncodeFilterListInit(it, &list));
@@ -1051,6 +1077,7 @@ struct KeyedHead {
   SetDefinitions sets;
   std::string setDefBytes;
   std::string summary;
+  bool hasSummary = false;
   bool hasCountHint = false;
   UInt32 countHint = 0;
 
@@ -1068,6 +1095,7 @@ struct KeyedHead {
           path + ".setDefs");
     }
     if (obj.contains("summary")) {
+      hasSummary = true;
       summary = encodeData(obj["summary"], containerType, names, path + ".summary", setsInForce());
     }
     if (obj.contains("countHint")) {
@@ -1078,11 +1106,17 @@ struct KeyedHead {
   const SetDefinitions* setsInForce() const { return sets.any ? &sets : nullptr; }
   UInt8 flags(UInt8 setDefsFlag, UInt8 summaryFlag, UInt8 countFlag) const {
     return static_cast<UInt8>((setDefBytes.empty() && !sets.any ? 0 : setDefsFlag) |
-                              (summary.empty() ? 0 : summaryFlag) | (hasCountHint ? countFlag : 0));
+                              (hasSummary ? summaryFlag : 0) | (hasCountHint ? countFlag : 0));
+  }
+
+  // A summary that is there but blank has no bytes to hand over at Init: it
+  // is written in place, empty.
+  int writeBlankSummary(OwfEncodeIterator* it, int (*complete)(OwfEncodeIterator*, bool)) const {
+    return hasSummary && summary.empty() ? complete(it, true) : OWIRE_RET_SUCCESS;
   }
 
   EntryValue* payload(const Json& row, const FieldNames& names, const std::string& at) const {
-    return new EntryValue(row, containerType, names, at, setsInForce());
+    return new EntryValue(row, containerType, names, at, setsInForce(), false);
   }
 };
 
@@ -1127,6 +1161,7 @@ std::string encodeMap(const Json& obj, const FieldNames& names, const std::strin
   return encodeGrowing(
       [&](OwfEncodeIterator* it) {
         ORVO_TRY(owireEncodeMapInit(it, &map, 0, 0));
+        ORVO_TRY(head.writeBlankSummary(it, owireEncodeMapSummaryDataComplete));
         for (std::size_t k = 0; k < records.size(); ++k) {
           ORVO_TRY(owireEncodeMapEntry(it, &records[k], keys[k]->pointer()));
         }
@@ -1156,6 +1191,7 @@ std::string encodeSeries(const Json& obj, const FieldNames& names, const std::st
   return encodeGrowing(
       [&](OwfEncodeIterator* it) {
         ORVO_TRY(owireEncodeSeriesInit(it, &series, 0, 0));
+        ORVO_TRY(head.writeBlankSummary(it, owireEncodeSeriesSummaryDataComplete));
         for (OwfSeriesEntry& e : records) ORVO_TRY(owireEncodeSeriesEntry(it, &e));
         return owireEncodeSeriesComplete(it, true);
       },
@@ -1191,6 +1227,7 @@ std::string encodeVector(const Json& obj, const FieldNames& names, const std::st
   return encodeGrowing(
       [&](OwfEncodeIterator* it) {
         ORVO_TRY(owireEncodeVectorInit(it, &vector, 0, 0));
+        ORVO_TRY(head.writeBlankSummary(it, owireEncodeVectorSummaryDataComplete));
         for (OwfVectorEntry& e : records) ORVO_TRY(owireEncodeVectorEntry(it, &e));
         return owireEncodeVectorComplete(it, true);
       },
@@ -1223,8 +1260,8 @@ Json decodeData(const OwfBuffer& bytes, UInt8 type, const FieldNames& names,
   OwfDecodeIterator it;
   startDecoder(&it, &input);
   switch (type) {
-    case kNoData:
-      return Json();
+    case kNoData:  // no content; bytes found there are kept as they are
+      return bytes.length == 0 ? Json() : Json{{"hex", toHex(bytes.data, bytes.length)}};
     case kMsg:
       return bytes.length == 0 ? Json() : decodeMessage(bytes, names);
     case kFieldList:
@@ -1251,7 +1288,7 @@ std::string encodeData(const Json& value, UInt8 type, const FieldNames& names,
   if (value.is_null() && isContainer(type)) return std::string();
   switch (type) {
     case kNoData:
-      return std::string();
+      return value.is_null() ? std::string() : bytesFrom(value, path);
     case kMsg:
       return encodeMessage(value, names, path);
     case kFieldList:

@@ -11,6 +11,9 @@ bool isContainerForm(const Json& j) {
                            j.contains("setEntries") || j.contains("class"));
 }
 
+// A member as text: strings as they are, anything else in JSON.
+std::string asText(const Json& j) { return j.is_string() ? j.get<std::string>() : j.dump(); }
+
 bool isTextType(const std::string& type) {
   return type == "Buffer" || type == "AsciiString" || type == "Utf8String" ||
          type == "OmtesString" || type == "Opaque" || type == "Xml" || type == "AnsiPage";
@@ -20,7 +23,7 @@ bool isTextType(const std::string& type) {
 std::string scalarText(const Json& j, const std::string& type = "Buffer") {
   if (j.is_null()) return "(blank)";
   if (j.is_string()) {
-    return isTextType(type) ? "\"" + j.get<std::string>() + "\"" : j.get<std::string>();
+    return isTextType(type) ? "\"" + asText(j) + "\"" : asText(j);
   }
   return j.dump();
 }
@@ -32,7 +35,7 @@ std::string attributes(const Json& obj, std::initializer_list<const char*> skip)
     bool skipped = false;
     for (const char* s : skip) skipped = skipped || it.key() == s;
     if (skipped) continue;
-    out += "  " + it.key() + "=" + (it->is_string() ? it->get<std::string>() : it->dump());
+    out += (out.empty() ? " " : "  ") + it.key() + "=" + asText(*it);
   }
   return out;
 }
@@ -43,16 +46,15 @@ class Tree {
 
   void message(const Json& msg, int depth) {
     if (msg.contains("error")) {
-      line(depth, "(" + msg["error"].get<std::string>() + ")");
+      line(depth, "(" + asText(msg["error"]) + ")");
       return;
     }
-    std::string head =
-        (msg["class"].is_string() ? msg["class"].get<std::string>() : msg["class"].dump());
+    std::string head = asText(msg["class"]);
     head += "  domain " + msg["domain"].dump() + "  stream " + msg["streamId"].dump();
     if (msg.contains("flags")) {
       head += "  [";
       for (std::size_t k = 0; k < msg["flags"].size(); ++k) {
-        head += (k ? " " : "") + msg["flags"][k].get<std::string>();
+        head += (k ? " " : "") + asText(msg["flags"][k]);
       }
       head += "]";
     }
@@ -64,13 +66,12 @@ class Tree {
         continue;
       }
       if (key == "key") {
-        line(depth + 1, "key:" + attributes(*it, {"attrib", "attribType"}).substr(1));
+        line(depth + 1, "key:" + attributes(*it, {"attrib", "attribType"}));
         if (it->contains("attrib"))
           value(depth + 2, "attrib", (*it)["attribType"], (*it)["attrib"]);
         continue;
       }
-      line(depth + 1,
-           key + ": " + (it->is_object() ? attributes(*it, {}).substr(2) : scalarText(*it)));
+      line(depth + 1, key + ":" + (it->is_object() ? attributes(*it, {}) : " " + scalarText(*it)));
     }
     if (msg.contains("bodyType"))
       value(depth + 1, "body", msg["bodyType"], msg.value("body", Json()));
@@ -85,7 +86,7 @@ class Tree {
 
   // A labelled value: on the same line when it is a scalar, below when nested.
   void value(int depth, const std::string& label, const Json& type, const Json& v) {
-    const std::string typeText = type.is_string() ? type.get<std::string>() : type.dump();
+    const std::string typeText = asText(type);
     if (!isContainerForm(v)) {
       line(depth,
            label + " " + typeText + " " + (v.is_object() ? v.dump() : scalarText(v, typeText)));
@@ -119,7 +120,7 @@ class Tree {
       std::size_t index = 0;
       for (const Json& e : v[part]) entry(depth, e, type, inner, index++);
     }
-    if (v.contains("error")) line(depth, "(" + v["error"].get<std::string>() + ")");
+    if (v.contains("error")) line(depth, "(" + asText(v["error"]) + ")");
   }
 
   void entry(int depth, const Json& e, const std::string& type, const Json& inner,
@@ -147,13 +148,12 @@ class Tree {
                      : (type == "FieldList" || type == "ElementList") ? Json("(set)")
                                                                       : inner;
     if (!e.contains("value")) {
-      line(depth,
-           std::string(label) + (e.contains("hex") ? " hex " + e["hex"].get<std::string>() : ""));
+      line(depth, std::string(label) + (e.contains("hex") ? " hex " + asText(e["hex"]) : ""));
       return;
     }
     if (e.contains("display")) {
-      line(depth, std::string(label) + " " + entryType.get<std::string>() + " " +
-                      e["value"].dump() + " \"" + e["display"].get<std::string>() + "\"");
+      line(depth, std::string(label) + " " + asText(entryType) + " " + e["value"].dump() + " \"" +
+                      asText(e["display"]) + "\"");
       return;
     }
     value(depth, label, entryType.is_null() ? Json("") : entryType, e["value"]);
