@@ -1,34 +1,14 @@
 #include "orvo/message/MarketByPriceDomainMessageValidator.h"
 
 #include "Data/Impl/MarketDomainValidator.h"
-#include "Data/Impl/ValidatorChecks.h"
-#include "orvo/message/DomainMessageValidatorManager.h"
-#include "orvo/message/RespMsg.h"
 
 namespace orvo {
 namespace message {
-namespace {
 
-using common::Msg;
-using common::UInt8;
-
-UInt8 validateMasksForUpdateMsg(const Msg& msg, TextMessageInfo& info, bool isReissue) {
-  return internal::refuseEveryUpdate(
-      msg, info, isReissue,
-      "MarketByPrice Update Response should contain valid resptypeNum (0|1) = ");
-}
-
-constexpr internal::MarketDomain kDomain = {
-    " Validation of MarketByPrice domain for messageType[",
-    "MarketByPrice Response with response type [",
-    &validateMasksForUpdateMsg,
-};
-
-}  // namespace
-
-UInt8 MarketByPriceDomainMessageValidator::validateMessage(const Msg& msg, TextMessageInfo& info,
-                                                           bool isReissue) {
-  return internal::validateMarketMessage(msg, info, isReissue, kDomain);
+common::UInt8 MarketByPriceDomainMessageValidator::validateMessage(const common::Msg& msg,
+                                                                   TextMessageInfo& info,
+                                                                   bool isReissue) {
+  return internal::validateMarketMessage(msg, info, isReissue, internal::kMarketByPriceDomain);
 }
 
 }  // namespace message

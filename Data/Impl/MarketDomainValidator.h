@@ -1,5 +1,6 @@
-// The five market domains share every rule but that of the update; each
-// class hands its texts and its update rule to these operations.
+// The five market domains share every rule but that of the update. Each
+// class is one of the descriptions below, with its texts and its update
+// rule, handed to validateMarketMessage.
 #ifndef ORVO_DATA_IMPL_MARKET_DOMAIN_VALIDATOR_H_
 #define ORVO_DATA_IMPL_MARKET_DOMAIN_VALIDATOR_H_
 
@@ -19,14 +20,14 @@ struct MarketDomain {
                                              bool isReissue);
 };
 
+extern const MarketDomain kMarketPriceDomain;
+extern const MarketDomain kMarketByOrderDomain;
+extern const MarketDomain kMarketByPriceDomain;
+extern const MarketDomain kMarketMakerDomain;
+extern const MarketDomain kSymbolListDomain;
+
 common::UInt8 validateMarketMessage(const common::Msg& msg, message::TextMessageInfo& info,
                                     bool isReissue, const MarketDomain& domain);
-
-// The update rule of MarketByOrder, MarketByPrice and MarketMaker: the error
-// is written whatever the number, so such an update never validates. The
-// common update rule still runs for its texts.
-common::UInt8 refuseEveryUpdate(const common::Msg& msg, message::TextMessageInfo& info,
-                                bool isReissue, const char* text);
 
 }  // namespace internal
 }  // namespace orvo

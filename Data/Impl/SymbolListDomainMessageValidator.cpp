@@ -1,41 +1,14 @@
 #include "orvo/message/SymbolListDomainMessageValidator.h"
 
 #include "Data/Impl/MarketDomainValidator.h"
-#include "Data/Impl/ValidatorChecks.h"
-#include "orvo/message/DomainMessageValidatorManager.h"
-#include "orvo/message/RespMsg.h"
 
 namespace orvo {
 namespace message {
-namespace {
 
-using common::Msg;
-using common::UInt8;
-
-UInt8 validateMasksForUpdateMsg(const Msg& msg, TextMessageInfo& info, bool isReissue) {
-  UInt8 status = internal::kValid;
-  const UInt8 number = internal::respTypeNumOf(msg);
-  if (number != 0) {
-    internal::appendNumbered(
-        info.errors(),
-        "RespTypeNum in SymbolList Update Response is Not Used. Should be 0. = ", number, " \n");
-    status = internal::kInvalid;
-  }
-  return internal::combine(
-      status, DomainMessageValidatorManager::validateMasksForUpdateMsg(msg, info, isReissue));
-}
-
-constexpr internal::MarketDomain kDomain = {
-    " Validation of SymbolList domain for messageType[",
-    "SymbolList Response with response type [",
-    &validateMasksForUpdateMsg,
-};
-
-}  // namespace
-
-UInt8 SymbolListDomainMessageValidator::validateMessage(const Msg& msg, TextMessageInfo& info,
-                                                        bool isReissue) {
-  return internal::validateMarketMessage(msg, info, isReissue, kDomain);
+common::UInt8 SymbolListDomainMessageValidator::validateMessage(const common::Msg& msg,
+                                                                TextMessageInfo& info,
+                                                                bool isReissue) {
+  return internal::validateMarketMessage(msg, info, isReissue, internal::kSymbolListDomain);
 }
 
 }  // namespace message
