@@ -1,9 +1,12 @@
 #!/usr/bin/env bash
-# Builds orvo and runs every test twice: a plain Release build, then a build
-# under AddressSanitizer and UndefinedBehaviorSanitizer (halt on first error).
-#   scripts/test.sh            both runs
+# Builds orvo and runs the tests three times: every test in a plain Release
+# build, every test under AddressSanitizer and UndefinedBehaviorSanitizer
+# (halt on first error), and the concurrency tests (label "threads") under
+# ThreadSanitizer.
+#   scripts/test.sh            all three runs
 #   scripts/test.sh plain      the plain run only
-#   scripts/test.sh sanitize   the sanitized run only
+#   scripts/test.sh sanitize   the address and undefined-behaviour run only
+#   scripts/test.sh threads    the ThreadSanitizer run only
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/deps.sh
@@ -29,4 +32,13 @@ if [ "$mode" = all ] || [ "$mode" = sanitize ]; then
   export UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1
   run_suite build-asan -DCMAKE_BUILD_TYPE=RelWithDebInfo -DORVO_SANITIZE=address,undefined \
     -DORVO_BUILD_BENCH=OFF
+fi
+if [ "$mode" = all ] || [ "$mode" = threads ]; then
+  echo "== ThreadSanitizer build and concurrency tests"
+  export TSAN_OPTIONS=halt_on_error=1:second_deadlock_stack=1
+  cmake -S . -B build-tsan -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DORVO_SANITIZE=thread \
+    -DORVO_BUILD_BENCH=OFF -DORVO_BUILD_EXAMPLES=OFF >/dev/null
+  threads_targets=$(ctest --test-dir build-tsan -N -L threads | sed -n 's/^ *Test *#[0-9]*: //p')
+  cmake --build build-tsan -j "$jobs" --target $threads_targets
+  ctest --test-dir build-tsan --output-on-failure -L threads
 fi

@@ -15,6 +15,7 @@
 #include "orvo/data/FieldList.h"
 #include "orvo/data/NoData.h"
 #include "orvo/message/AttribInfo.h"
+#include "orvo/message/DomainMessageValidatorManager.h"
 #include "orvo/message/OwireEncodedMsg.h"
 #include "orvo/message/RespMsgTranslator.h"
 #include "orvo/owire/owire_msg.h"
@@ -351,6 +352,10 @@ void RespMsg::setEncodedBuffer(const Buffer& buffer, const ORVO_String& serviceN
   // A caller's attrib info and the decoded one both get the name.
   if (_attribInfoP != nullptr) const_cast<AttribInfo*>(_attribInfoP)->setServiceName(serviceName);
   _attribInfoStorage->setServiceName(serviceName);
+}
+
+common::UInt8 RespMsg::validateMsg(ORVO_String* text, bool isReissue) const {
+  return DomainMessageValidatorManager::validateMsg(*this, text, isReissue);
 }
 
 }  // namespace message

@@ -73,6 +73,24 @@
 #include "orvo/message/RespMsgInt.h"
 #include "orvo/message/RespMsgTranslator.h"
 
+// Validation.
+#include "orvo/message/AckMsgValidator.h"
+#include "orvo/message/DictionaryDomainMessageValidator.h"
+#include "orvo/message/DirectoryDomainMessageValidator.h"
+#include "orvo/message/DomainMessageValidatorManager.h"
+#include "orvo/message/GenericMsgValidator.h"
+#include "orvo/message/LoginDomainMessageValidator.h"
+#include "orvo/message/MarketByOrderDomainMessageValidator.h"
+#include "orvo/message/MarketByPriceDomainMessageValidator.h"
+#include "orvo/message/MarketMakerDomainMessageValidator.h"
+#include "orvo/message/MarketPriceDomainMessageValidator.h"
+#include "orvo/message/MsgValidatorManager.h"
+#include "orvo/message/PostMsgValidator.h"
+#include "orvo/message/ReqMsgValidator.h"
+#include "orvo/message/RespMsgValidator.h"
+#include "orvo/message/SymbolListDomainMessageValidator.h"
+#include "orvo/message/TextMessageInfo.h"
+
 // Integrity diagnostics.
 #include "orvo/common/ExceptionFilter.h"
 #include "orvo/common/LogPath.h"

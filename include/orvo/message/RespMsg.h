@@ -118,6 +118,10 @@ class RespMsg : public common::Msg {
   // As above, then names the service of the attrib info.
   void setEncodedBuffer(const common::Buffer& buffer, const common::ORVO_String& serviceName);
 
+  // Applies the rules of responses and of the message's domain:
+  // DomainMessageValidatorManager::validateMsg.
+  common::UInt8 validateMsg(common::ORVO_String* text, bool isReissue) const;
+
  private:
   friend class RespMsgInt;
 
