@@ -259,7 +259,7 @@ TEST(DirectoryRequests, NeedADataMaskAndWarnOfNamesPausesAndReissues) {
 }
 
 void dictionaryName(AttribInfo& info) {
-  info.setName("RWFFld");
+  info.setName("OrvoFields");
   info.setDataMask(0);
   info.setServiceName("FEED");
 }

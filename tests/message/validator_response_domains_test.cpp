@@ -311,7 +311,7 @@ TEST(DirectoryResponses, UnknownRespTypeIsRefused) {
 Response dictionaryRefresh() {
   Response r(vt::kDictionary, RespMsg::RefreshResp);
   r.status().payload().attrib([](AttribInfo& info) {
-    info.setName("RWFFld");
+    info.setName("OrvoFields");
     info.setDataMask(0);
     info.setServiceID(9);
   });
@@ -337,7 +337,7 @@ TEST(DictionaryResponses, RefreshWarningsComeInRuleOrder) {
   Response r = dictionaryRefresh();
   r.header().manifest(manifest).indications(RespMsg::DoNotFilterFlag | RespMsg::DoNotRippleFlag);
   r.attrib([](AttribInfo& info) {
-    info.setName("RWFFld");
+    info.setName("OrvoFields");
     info.setDataMask(3);
     info.setServiceID(9);
     info.setNameType(2);
