@@ -7,7 +7,6 @@
 // data/ folder. Each FIELD (an id or an acronym) is looked up and printed
 // with its enumeration displays. A file that does not load ends the program
 // with status 1 and the loader's failure text on stderr.
-#include <unistd.h>
 
 #include <cstdint>
 #include <cstdio>
@@ -21,6 +20,7 @@
 #include "orvo/odm/ODMFidDef.h"
 #include "orvo/odm/ODMFieldDictionary.h"
 #include "orvo/odm/ODMFieldDictionaryInt.h"
+#include "tools/BundledFile.h"
 
 namespace {
 
@@ -35,28 +35,6 @@ constexpr const char* kEnumFile = "data/orvo-enums.def";
 // Enumeration values tried when a field's displays are listed.
 constexpr Int64 kDisplaysShown = 6;
 constexpr Int64 kValuesTried = 1000;
-
-bool exists(const std::string& path) { return access(path.c_str(), R_OK) == 0; }
-
-// The sample files: under the current directory, or under the folder of the
-// program or one of its parents (a build tree inside the source tree).
-std::string findBundled(const char* relative) {
-  if (exists(relative)) return relative;
-  char self[4096];
-  const ssize_t n = readlink("/proc/self/exe", self, sizeof(self) - 1);
-  if (n > 0) {
-    self[n] = '\0';
-    std::string dir(self);
-    for (int up = 0; up < 6; ++up) {
-      const std::size_t slash = dir.rfind('/');
-      if (slash == std::string::npos || slash == 0) break;
-      dir.resize(slash);
-      const std::string candidate = dir + "/" + relative;
-      if (exists(candidate)) return candidate;
-    }
-  }
-  return relative;
-}
 
 void printFailure(const char* what) {
   const std::size_t n = std::strlen(what);
@@ -177,8 +155,8 @@ int main(int argc, char** argv) {
     std::printf("usage: %s [FIELD_FILE [ENUM_FILE [FIELD ...]]]\n", argv[0]);
     return 0;
   }
-  const std::string fieldPath = argc > 1 ? argv[1] : findBundled(kFieldFile);
-  const std::string enumPath = argc > 2 ? argv[2] : findBundled(kEnumFile);
+  const std::string fieldPath = argc > 1 ? argv[1] : orvo::tool::findBundledFile(kFieldFile);
+  const std::string enumPath = argc > 2 ? argv[2] : orvo::tool::findBundledFile(kEnumFile);
 
   ODMFieldDictionary& dictionary = ODMFieldDictionary::create();
   auto& concrete = static_cast<ODMFieldDictionaryInt&>(dictionary);

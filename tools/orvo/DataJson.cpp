@@ -6,6 +6,8 @@
 #include <memory>
 #include <vector>
 
+#include "tools/orvo/JsonRead.h"
+
 namespace orvo {
 namespace tool {
 namespace {
@@ -59,27 +61,6 @@ Json failure(int ret) { return Json{{"error", retText(ret)}}; }
 
 // ---------------------------------------------------------------------------
 // Small JSON readers that name the path of what is wrong.
-
-[[noreturn]] void bad(const std::string& path, const std::string& what) {
-  throw JsonFormError(path + ": " + what);
-}
-
-template <class T>
-T number(const Json& j, const std::string& path) {
-  if (!j.is_number_integer()) bad(path, "an integer is expected");
-  if (j.is_number_unsigned()) {
-    const auto v = j.get<std::uint64_t>();
-    if (v > static_cast<std::uint64_t>(std::numeric_limits<T>::max())) bad(path, "out of range");
-    return static_cast<T>(v);
-  }
-  const auto v = j.get<std::int64_t>();
-  if (v < static_cast<std::int64_t>(std::numeric_limits<T>::min()) ||
-      (v > 0 &&
-       static_cast<std::uint64_t>(v) > static_cast<std::uint64_t>(std::numeric_limits<T>::max()))) {
-    bad(path, "out of range");
-  }
-  return static_cast<T>(v);
-}
 
 template <class T>
 T member(const Json& obj, const char* key, const std::string& path, T fallback) {
@@ -143,15 +124,6 @@ bool isValidUtf8Text(const char* text, std::size_t n) {
 Json bytesJson(const char* data, std::size_t length) {
   if (isValidUtf8Text(data, length)) return Json(std::string(data, length));
   return Json{{"hex", toHex(data, length)}};
-}
-
-std::string bytesFrom(const Json& j, const std::string& path) {
-  if (j.is_string()) return j.get<std::string>();
-  if (j.is_object() && j.contains("hex")) {
-    if (!j["hex"].is_string()) bad(path + ".hex", "a string is expected");
-    return fromHex(j["hex"].get<std::string>(), path + ".hex");
-  }
-  bad(path, "a string or {\"hex\": ...} is expected");
 }
 
 OwfBuffer view(const std::string& s) {
@@ -738,10 +710,10 @@ Json decodeArray(OwfDecodeIterator* it, const FieldNames& names) {
 // What Map, Series and Vector share: set definitions, summary data and the
 // count hint, read in the order they travel.
 struct KeyedParts {
-  static_assert(OWF_MPF_HAS_SET_DEFS == OWF_SEF_HAS_SET_DEFS &&
-                    OWF_SEF_HAS_SET_DEFS == OWF_VTF_HAS_SET_DEFS &&
-                    OWF_MPF_HAS_SUMMARY_DATA == OWF_SEF_HAS_SUMMARY_DATA &&
-                    OWF_SEF_HAS_SUMMARY_DATA == OWF_VTF_HAS_SUMMARY_DATA,
+  static_assert(+OWF_MPF_HAS_SET_DEFS == +OWF_SEF_HAS_SET_DEFS &&
+                    +OWF_SEF_HAS_SET_DEFS == +OWF_VTF_HAS_SET_DEFS &&
+                    +OWF_MPF_HAS_SUMMARY_DATA == +OWF_SEF_HAS_SUMMARY_DATA &&
+                    +OWF_SEF_HAS_SUMMARY_DATA == +OWF_VTF_HAS_SUMMARY_DATA,
                 "keyed header flags");
   static constexpr UInt8 kHasSetDefs = OWF_MPF_HAS_SET_DEFS;
   static constexpr UInt8 kHasSummary = OWF_MPF_HAS_SUMMARY_DATA;
@@ -1235,6 +1207,15 @@ std::string encodeVector(const Json& obj, const FieldNames& names, const std::st
 }
 
 }  // namespace
+
+std::string bytesFrom(const Json& j, const std::string& path) {
+  if (j.is_string()) return j.get<std::string>();
+  if (j.is_object() && j.contains("hex")) {
+    if (!j["hex"].is_string()) bad(path + ".hex", "a string is expected");
+    return fromHex(j["hex"].get<std::string>(), path + ".hex");
+  }
+  bad(path, "a string or {\"hex\": ...} is expected");
+}
 
 std::string typeName(UInt8 type) {
   for (const TypeNameRow& row : kTypeNames) {

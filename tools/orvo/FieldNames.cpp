@@ -1,7 +1,5 @@
 #include "tools/orvo/FieldNames.h"
 
-#include <unistd.h>
-
 #include "orvo/common/Exception.h"
 #include "orvo/odm/ODMFidDef.h"
 #include "orvo/odm/ODMFieldDictionary.h"
@@ -19,8 +17,6 @@ const odm::ODMFidDef* findDef(const odm::ODMFieldDictionary* dictionary, common:
     return nullptr;
   }
 }
-
-bool readable(const std::string& path) { return access(path.c_str(), R_OK) == 0; }
 
 }  // namespace
 
@@ -51,25 +47,6 @@ std::string FieldNames::displayOf(common::Int32 fieldId, common::Int64 value) co
   } catch (const common::Exception&) {
     return std::string();
   }
-}
-
-std::string findBundledFile(const char* relative) {
-  if (readable(relative)) return relative;
-  char self[4096];
-  const ssize_t n = readlink("/proc/self/exe", self, sizeof(self) - 1);
-  if (n <= 0) return relative;
-  self[n] = '\0';
-  std::string dir(self);
-  for (int up = 0; up < 6; ++up) {
-    const std::size_t slash = dir.rfind('/');
-    if (slash == std::string::npos || slash == 0) break;
-    dir.resize(slash);
-    for (const char* middle : {"/", "/share/orvo/"}) {
-      const std::string candidate = dir + middle + relative;
-      if (readable(candidate)) return candidate;
-    }
-  }
-  return relative;
 }
 
 }  // namespace tool

@@ -35,10 +35,6 @@ class FieldNames {
   const odm::ODMFieldDictionary* _dictionary = nullptr;
 };
 
-// The sample files bundled in the source tree's data/ folder: under the
-// current directory, or under the folder of the program or one of its parents.
-std::string findBundledFile(const char* relative);
-
 }  // namespace tool
 }  // namespace orvo
 

@@ -9,6 +9,7 @@
 
 #include "orvo/owire/owire_msg.h"
 #include "tools/orvo/DataJson.h"
+#include "tools/orvo/JsonRead.h"
 
 namespace orvo {
 namespace tool {
@@ -146,10 +147,6 @@ const ClassForm* formOf(UInt8 msgClass) {
   return nullptr;
 }
 
-[[noreturn]] void bad(const std::string& path, const std::string& what) {
-  throw JsonFormError(path + ": " + what);
-}
-
 template <class T>
 T& field(OwireMsg& msg, std::size_t offset) {
   return *reinterpret_cast<T*>(reinterpret_cast<char*>(&msg) + offset);
@@ -157,19 +154,6 @@ T& field(OwireMsg& msg, std::size_t offset) {
 template <class T>
 const T& field(const OwireMsg& msg, std::size_t offset) {
   return *reinterpret_cast<const T*>(reinterpret_cast<const char*>(&msg) + offset);
-}
-
-// JSON integers of a record's width; out of range is refused.
-template <class T>
-T integer(const Json& j, const std::string& path) {
-  if (!j.is_number_integer()) bad(path, "an integer is expected");
-  const long long v = j.is_number_unsigned() ? static_cast<long long>(j.get<unsigned long long>())
-                                             : j.get<long long>();
-  if (v < static_cast<long long>(std::numeric_limits<T>::min()) ||
-      v > static_cast<long long>(std::numeric_limits<T>::max())) {
-    bad(path, "out of range");
-  }
-  return static_cast<T>(v);
 }
 
 Json qosJson(const OwireQos& q) {
@@ -183,11 +167,11 @@ Json qosJson(const OwireQos& q) {
 OwireQos qosFrom(const Json& j, const std::string& path) {
   if (!j.is_object()) bad(path, "an object is expected");
   OwireQos q{};
-  q.timeliness = integer<UInt8>(j.value("timeliness", Json(0)), path + ".timeliness");
-  q.rate = integer<UInt8>(j.value("rate", Json(0)), path + ".rate");
-  q.qosBits = integer<UInt8>(j.value("bits", Json(0)), path + ".bits");
-  q.timeInfo = integer<UInt16>(j.value("timeInfo", Json(0)), path + ".timeInfo");
-  q.rateInfo = integer<UInt16>(j.value("rateInfo", Json(0)), path + ".rateInfo");
+  q.timeliness = number<UInt8>(j.value("timeliness", Json(0)), path + ".timeliness");
+  q.rate = number<UInt8>(j.value("rate", Json(0)), path + ".rate");
+  q.qosBits = number<UInt8>(j.value("bits", Json(0)), path + ".bits");
+  q.timeInfo = number<UInt16>(j.value("timeInfo", Json(0)), path + ".timeInfo");
+  q.rateInfo = number<UInt16>(j.value("rateInfo", Json(0)), path + ".rateInfo");
   return q;
 }
 
@@ -239,35 +223,27 @@ OwfBuffer keep(Storage& storage, std::string bytes) {
   return OwfBuffer{static_cast<UInt32>(s.size()), s.empty() ? nullptr : s.data()};
 }
 
-std::string textFrom(const Json& j, const std::string& path) {
-  if (j.is_string()) return j.get<std::string>();
-  if (j.is_object() && j.contains("hex") && j["hex"].is_string()) {
-    return fromHex(j["hex"].get<std::string>(), path + ".hex");
-  }
-  bad(path, "a string or {\"hex\": ...} is expected");
-}
-
 void partFrom(const Json& j, const Part& part, OwireMsg& msg, Storage& storage,
               const std::string& path) {
   switch (part.kind) {
     case Kind::kU8:
-      field<UInt8>(msg, part.offset) = integer<UInt8>(j, path);
+      field<UInt8>(msg, part.offset) = number<UInt8>(j, path);
       return;
     case Kind::kU16:
-      field<UInt16>(msg, part.offset) = integer<UInt16>(j, path);
+      field<UInt16>(msg, part.offset) = number<UInt16>(j, path);
       return;
     case Kind::kU32:
-      field<UInt32>(msg, part.offset) = integer<UInt32>(j, path);
+      field<UInt32>(msg, part.offset) = number<UInt32>(j, path);
       return;
     case Kind::kI32:
-      field<Int32>(msg, part.offset) = integer<Int32>(j, path);
+      field<Int32>(msg, part.offset) = number<Int32>(j, path);
       return;
     case Kind::kHex:
       if (!j.is_string()) bad(path, "hex text is expected");
       field<OwfBuffer>(msg, part.offset) = keep(storage, fromHex(j.get<std::string>(), path));
       return;
     case Kind::kText:
-      field<OwfBuffer>(msg, part.offset) = keep(storage, textFrom(j, path));
+      field<OwfBuffer>(msg, part.offset) = keep(storage, bytesFrom(j, path));
       return;
     case Kind::kQos:
       field<OwireQos>(msg, part.offset) = qosFrom(j, path);
@@ -275,29 +251,29 @@ void partFrom(const Json& j, const Part& part, OwireMsg& msg, Storage& storage,
     case Kind::kState: {
       if (!j.is_object()) bad(path, "an object is expected");
       OwireState& s = field<OwireState>(msg, part.offset);
-      s.streamState = integer<UInt8>(j.value("stream", Json(0)), path + ".stream");
-      s.dataState = integer<UInt8>(j.value("data", Json(0)), path + ".data");
-      s.statusCode = integer<UInt8>(j.value("code", Json(0)), path + ".code");
-      if (j.contains("text")) s.text = keep(storage, textFrom(j["text"], path + ".text"));
+      s.streamState = number<UInt8>(j.value("stream", Json(0)), path + ".stream");
+      s.dataState = number<UInt8>(j.value("data", Json(0)), path + ".data");
+      s.statusCode = number<UInt8>(j.value("code", Json(0)), path + ".code");
+      if (j.contains("text")) s.text = keep(storage, bytesFrom(j["text"], path + ".text"));
       return;
     }
     case Kind::kPair32:
       if (!j.is_object()) bad(path, "an object is expected");
-      field<UInt32>(msg, part.offset) = integer<UInt32>(j.value(part.first, Json(0)), path);
+      field<UInt32>(msg, part.offset) = number<UInt32>(j.value(part.first, Json(0)), path);
       field<UInt32>(msg, part.offset + sizeof(UInt32)) =
-          integer<UInt32>(j.value(part.second, Json(0)), path);
+          number<UInt32>(j.value(part.second, Json(0)), path);
       return;
     case Kind::kPair16:
       if (!j.is_object()) bad(path, "an object is expected");
-      field<UInt16>(msg, part.offset) = integer<UInt16>(j.value(part.first, Json(0)), path);
+      field<UInt16>(msg, part.offset) = number<UInt16>(j.value(part.first, Json(0)), path);
       field<UInt16>(msg, part.offset + sizeof(UInt16)) =
-          integer<UInt16>(j.value(part.second, Json(0)), path);
+          number<UInt16>(j.value(part.second, Json(0)), path);
       return;
     case Kind::kPriority:
       if (!j.is_object()) bad(path, "an object is expected");
-      field<UInt8>(msg, part.offset) = integer<UInt8>(j.value(part.first, Json(0)), path);
+      field<UInt8>(msg, part.offset) = number<UInt8>(j.value(part.first, Json(0)), path);
       field<UInt16>(msg, offsetof(OwireRequestMsg, priorityCount)) =
-          integer<UInt16>(j.value(part.second, Json(0)), path);
+          number<UInt16>(j.value(part.second, Json(0)), path);
       return;
   }
 }
@@ -327,23 +303,23 @@ void keyFrom(const Json& j, OwireMsgKey& key, const FieldNames& names, Storage& 
   if (!j.is_object()) bad(path, "an object is expected");
   if (j.contains("serviceId")) {
     key.keyFlags |= OWIRE_MKF_HAS_SERVICE_ID;
-    key.serviceId = integer<UInt16>(j["serviceId"], path + ".serviceId");
+    key.serviceId = number<UInt16>(j["serviceId"], path + ".serviceId");
   }
   if (j.contains("name")) {
     key.keyFlags |= OWIRE_MKF_HAS_NAME;
-    key.name = keep(storage, textFrom(j["name"], path + ".name"));
+    key.name = keep(storage, bytesFrom(j["name"], path + ".name"));
   }
   if (j.contains("nameType")) {
     key.keyFlags |= OWIRE_MKF_HAS_NAME_TYPE;
-    key.nameType = integer<UInt8>(j["nameType"], path + ".nameType");
+    key.nameType = number<UInt8>(j["nameType"], path + ".nameType");
   }
   if (j.contains("filter")) {
     key.keyFlags |= OWIRE_MKF_HAS_FILTER;
-    key.filter = integer<UInt32>(j["filter"], path + ".filter");
+    key.filter = number<UInt32>(j["filter"], path + ".filter");
   }
   if (j.contains("identifier")) {
     key.keyFlags |= OWIRE_MKF_HAS_IDENTIFIER;
-    key.identifier = integer<Int32>(j["identifier"], path + ".identifier");
+    key.identifier = number<Int32>(j["identifier"], path + ".identifier");
   }
   if (j.contains("attrib")) {
     key.keyFlags |= OWIRE_MKF_HAS_ATTRIB;
@@ -352,7 +328,7 @@ void keyFrom(const Json& j, OwireMsgKey& key, const FieldNames& names, Storage& 
     key.attrib = keep(storage, encodeData(j["attrib"], key.attribFormat, names, path + ".attrib"));
   }
   if (j.contains("otherKeyFlags")) {
-    key.keyFlags |= integer<UInt16>(j["otherKeyFlags"], path + ".otherKeyFlags");
+    key.keyFlags |= number<UInt16>(j["otherKeyFlags"], path + ".otherKeyFlags");
   }
 }
 
@@ -411,8 +387,8 @@ std::string encodeMessage(const Json& message, const FieldNames& names, const st
   std::memset(&msg, 0, sizeof msg);
   Storage storage;
   msg.msgBase.msgClass = form->msgClass;
-  msg.msgBase.modelType = integer<UInt8>(message.value("domain", Json(0)), path + ".domain");
-  msg.msgBase.streamId = integer<Int32>(message.value("streamId", Json(0)), path + ".streamId");
+  msg.msgBase.modelType = number<UInt8>(message.value("domain", Json(0)), path + ".domain");
+  msg.msgBase.streamId = number<Int32>(message.value("streamId", Json(0)), path + ".streamId");
   for (const Part& part : form->parts) {
     const auto it = message.find(part.name);
     if (it == message.end()) {
@@ -438,7 +414,7 @@ std::string encodeMessage(const Json& message, const FieldNames& names, const st
     }
   }
   if (message.contains("otherFlags")) {
-    msg.msgBase.flags |= integer<UInt16>(message["otherFlags"], path + ".otherFlags");
+    msg.msgBase.flags |= number<UInt16>(message["otherFlags"], path + ".otherFlags");
   }
   if (message.contains("key")) {
     if (form->keyFlag == 0) bad(path + ".key", std::string("a ") + form->name + " has no key");

@@ -15,6 +15,7 @@
 #include "orvo/common/Exception.h"
 #include "orvo/common/ORVO_String.h"
 #include "orvo/odm/ODMFieldDictionary.h"
+#include "tools/BundledFile.h"
 #include "tools/orvo/DataJson.h"
 #include "tools/orvo/FieldNames.h"
 #include "tools/orvo/MsgFile.h"
